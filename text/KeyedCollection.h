@@ -1,0 +1,69 @@
+#pragma once
+
+#include <iterator>
+#include <list>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "text/RunTimeError.h"
+#include "text/folding.h"
+
+namespace tessaly {
+
+// Items in the order of their entry, found by a text key that is compared without regard to case. Finding,
+// adding and removing take the same time whatever the number of items.
+template <typename Item>
+class KeyedCollection {
+  public:
+    // Raises 457 when the key is there already, in whatever case.
+    void Add(std::u16string_view key, Item item) { Insert(items_.end(), key, std::move(item)); }
+
+    // The same, in front of the item that stands at `position`, counted from 1. Raises 9 when there is none.
+    void AddBefore(std::u16string_view key, Item item, std::int32_t position) {
+        if (position < 1 || static_cast<std::size_t>(position) > items_.size()) Raise(kSubscriptOutOfRange);
+        Insert(std::next(items_.begin(), position - 1), key, std::move(item));
+    }
+
+    // The item of a key, none when there is no such key.
+    Item* Find(std::u16string_view key) {
+        const auto place = places_.find(Folded(key));
+        return place == places_.end() ? nullptr : &place->second->second;
+    }
+
+    // The item of a key. Raises 5 when there is no such key.
+    Item& Get(std::u16string_view key) {
+        Item* const item = Find(key);
+        if (item == nullptr) Raise(kInvalidCall);
+        return *item;
+    }
+
+    // Raises 5 when there is no such key.
+    void Remove(std::u16string_view key) {
+        const auto place = places_.find(Folded(key));
+        if (place == places_.end()) Raise(kInvalidCall);
+        items_.erase(place->second);
+        places_.erase(place);
+    }
+
+    std::int32_t Count() const { return static_cast<std::int32_t>(items_.size()); }
+
+    // Pairs of key, as it was added, and item, in the order of entry.
+    auto begin() const { return items_.begin(); }
+    auto end() const { return items_.end(); }
+
+  private:
+    using Items = std::list<std::pair<std::u16string, Item>>;
+
+    void Insert(typename Items::iterator before, std::u16string_view key, Item item) {
+        const auto [place, isNew] = places_.try_emplace(Folded(key));
+        if (!isNew) Raise(kKeyExists);
+        place->second = items_.emplace(before, key, std::move(item));
+    }
+
+    Items items_;
+    std::unordered_map<std::u16string, typename Items::iterator> places_;
+};
+
+}  // namespace tessaly
