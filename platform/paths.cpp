@@ -1,0 +1,136 @@
+#include "platform/paths.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+
+#include "platform/NativeText.h"
+#include "text/folding.h"
+#include "text/search.h"
+
+namespace fs = std::filesystem;
+
+namespace tessaly::platform {
+
+namespace {
+
+// The names of one folder by their folded form, as they were when the folder was last changed.
+struct Listing {
+    fs::file_time_type changed;
+    std::map<std::u16string, fs::path> names;
+};
+
+Listing ReadListing(const fs::path& folder, fs::file_time_type changed) {
+    Listing listing{changed, {}};
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const fs::path name = entry->path().filename();
+        const auto [place, isNew] = listing.names.try_emplace(Folded(FromNativeText(name)), name);
+        if (!isNew && name < place->second) place->second = name;
+    }
+    return listing;
+}
+
+// Boards hold thousands of pages in a folder and links to pages that are gone, so listings are kept. One that
+// was read right after a change is read anew: a second change in the same tick of the clock would not show.
+const Listing& ListingOf(const fs::path& folder) {
+    constexpr std::size_t kMostKept = 64;
+    static std::unordered_map<std::string, Listing> kept;
+    std::error_code error;
+    const fs::file_time_type changed = fs::last_write_time(folder, error);
+    const std::string key = folder.string();
+    const auto known = kept.find(key);
+    const bool isSettled = fs::file_time_type::clock::now() - changed > std::chrono::seconds(2);
+    if (known != kept.end() && known->second.changed == changed && isSettled) return known->second;
+    if (kept.size() >= kMostKept) kept.clear();
+    return kept.insert_or_assign(key, ReadListing(folder, changed)).first->second;
+}
+
+bool Exists(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+// Whether `inner`, both free of links and dots, is the folder or lies below it.
+bool IsBelow(const fs::path& inner, const fs::path& folder) {
+    const auto [step, rest] = std::ranges::mismatch(folder, inner);
+    return step == folder.end() && rest != inner.end();
+}
+
+fs::path WithoutTrailingSeparator(const fs::path& path) {
+    return path.has_filename() ? path : path.parent_path();
+}
+
+// The quick way for nearly all files: spelled below the folder, with no dots and no links on the way.
+bool LiesPlainlyWithin(const fs::path& file, const fs::path& folder) {
+    const auto [step, rest] = std::ranges::mismatch(folder, file);
+    if (step != folder.end()) return false;
+    fs::path way = folder;
+    for (auto next = rest; next != file.end(); ++next) {
+        if (*next == ".." || *next == ".") return false;
+        way /= *next;
+        std::error_code error;
+        if (fs::is_symlink(fs::symlink_status(way, error))) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+fs::path ToNative(std::u16string_view path) {
+    return ToNativeText(WithNativeSeparators(path));
+}
+
+std::u16string ToPathText(const fs::path& path) {
+    std::u16string text = FromNativeText(path);
+    if constexpr (fs::path::preferred_separator == '/') ReplaceAll(text, u"/", u"\\");
+    return text;
+}
+
+std::u16string AbsolutePathText(const fs::path& path) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(path, error);
+    return ToPathText((error ? path : absolute).lexically_normal());
+}
+
+std::u16string WithNativeSeparators(std::u16string_view path) {
+    std::u16string native(path);
+    if constexpr (fs::path::preferred_separator == '/') ReplaceAll(native, u"\\", u"/");
+    return native;
+}
+
+fs::path FindSource(std::u16string_view path) {
+    const fs::path spelled = ToNative(path);
+    if (Exists(spelled)) return spelled;
+    fs::path found;
+    for (const fs::path& step : spelled) {
+        fs::path next = found / step;
+        if (!Exists(next)) {
+            const Listing& listing = ListingOf(found.empty() ? fs::path(".") : found);
+            const auto other = listing.names.find(Folded(FromNativeText(step)));
+            if (other == listing.names.end()) return spelled;
+            next = found / other->second;
+        }
+        found = std::move(next);
+    }
+    return found;
+}
+
+bool LiesWithin(const fs::path& file, const std::vector<std::u16string>& folders) {
+    std::vector<fs::path> natives;
+    for (const std::u16string& folder : folders) {
+        if (!folder.empty()) natives.push_back(WithoutTrailingSeparator(ToNative(folder)));
+    }
+    const auto holdsPlainly = [&file](const fs::path& folder) { return LiesPlainlyWithin(file, folder); };
+    if (std::ranges::any_of(natives, holdsPlainly)) return true;
+    std::error_code error;
+    const fs::path resolved = fs::canonical(file, error);
+    if (error) return false;
+    return std::ranges::any_of(natives, [&resolved](const fs::path& folder) {
+        std::error_code unresolved;
+        const fs::path canonical = fs::canonical(folder, unresolved);
+        return !unresolved && IsBelow(resolved, canonical);
+    });
+}
+
+}  // namespace tessaly::platform
