@@ -1,0 +1,24 @@
+#include "output/RowClass.h"
+
+#include "text/numbers.h"
+
+namespace tessaly {
+
+void RowBuilder::Int(std::int32_t value) {
+    Separate();
+    row_ += ToText(value);
+}
+
+void RowBuilder::Text(std::u16string_view value) {
+    Separate();
+    row_ += u'"';
+    row_ += value;
+    row_ += u'"';
+}
+
+void RowBuilder::Separate() {
+    if (!isFirst_) row_ += u',';
+    isFirst_ = false;
+}
+
+}  // namespace tessaly

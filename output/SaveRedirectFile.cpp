@@ -1,0 +1,44 @@
+#include "output/SaveRedirectFile.h"
+
+#include "control/RoutineHandler.h"
+#include "control/Settings.h"
+#include "output/OutputFiles.h"
+#include "text/numbers.h"
+#include "text/split.h"
+
+namespace tessaly {
+
+namespace {
+
+std::u16string BaseFolder(const ConversionState& state) {
+    std::u16string messages = state.HiddenTopic ? state.DiscusSecureMessageFolder : state.DiscusMessageFolder;
+    RemoveAll(messages, state.DiscusRootFolder);
+    return StripTrailingBackslash(ToolboxLibrary::AddBackslash(state.mybbOutputFolder) + u"redirect\\" +
+                                  messages);
+}
+
+}  // namespace
+
+void SaveRedirectFile(ConversionState& state, std::u16string_view path, std::int32_t number,
+                      std::u16string_view textA, std::u16string_view textB, std::u16string_view textC) try {
+    if (!state.optCreateRedirectionFiles) return;
+    std::u16string below(path);
+    RemoveAll(below, state.DiscusSecureMessageFolder);
+    RemoveAll(below, state.DiscusMessageFolder);
+    const auto steps = Split(below, u"\\");
+    const std::u16string folder =
+        ToolboxLibrary::AddBackslash(BaseFolder(state)) + std::u16string(Element(steps, 0));
+    const std::u16string file = ToolboxLibrary::AddBackslash(folder) + std::u16string(Element(steps, 1));
+    ToolboxLibrary::MakeFolderPath(folder);
+    std::u16string page = state.RedirectTemplate;
+    ReplaceAll(page, u"AAAAA", textA);
+    ReplaceAll(page, u"BBBBB", textB);
+    ReplaceAll(page, u"XXXXX", ToText(number) + u".0");
+    ReplaceAll(page, u"CCCCC", textC);
+    ReplaceAll(page, u"ZZZZZ", state.txtmybbForumAddr.Text);
+    WriteFileData(state, file, page);
+} catch (...) {
+    RoutineHandler(state, u" - SaveRedirectFile()", CurrentError());
+}
+
+}  // namespace tessaly
