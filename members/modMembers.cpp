@@ -1,0 +1,137 @@
+#include "members/modMembers.h"
+
+#include "control/DisplayInfo.h"
+#include "control/RoutineHandler.h"
+#include "members/clsGroup.h"
+#include "members/clsMember.h"
+#include "reader/FieldEscaping.h"
+#include "reader/SourceFiles.h"
+#include "text/folding.h"
+#include "text/numbers.h"
+#include "text/split.h"
+
+namespace tessaly {
+
+namespace {
+
+using Fields = std::vector<std::u16string_view>;
+
+constexpr std::u16string_view kPlaceholderAddress = u"admin@example.com";
+
+std::u16string CleanName(std::u16string_view name) {
+    return std::u16string(Trim(RemoveFieldTokens(EscapeField(name))));
+}
+
+std::int32_t NumberOr0(std::u16string_view field) {
+    return IsNumeric(field) ? ToInteger(field) : 0;
+}
+
+std::shared_ptr<clsMember> MakeMember(const ConversionState& state, const Fields& fields) {
+    auto member = std::make_shared<clsMember>();
+    member->username = CleanName(Element(fields, 0));
+    member->password = Element(fields, 1);
+    member->email = InLowerCase(Element(fields, 2));
+    const bool hasRealName = !Trim(Element(fields, 3)).empty();
+    member->RealName = CleanName(fields[hasRealName ? 3 : 0]);
+    member->RegisteredDate = NumberOr0(Element(fields, 6));
+    member->IPAddr = Element(fields, 7);
+    member->lastpost = NumberOr0(Element(fields, 8));
+    member->ID = Add(Add(state.MembersByRealName.Count(), 1), state.DefaultUserCount);
+    member->Groups = Element(fields, 9);
+    return member;
+}
+
+// Failures are ignored here: a changed name that is taken as well goes without its entry.
+void EnterMember(ConversionState& state, const std::shared_ptr<clsMember>& member) {
+    const std::u16string number = ToText(member->ID);
+    if (IgnoringErrors([&] { state.RealNames.Add(member->RealName, member->RealName); }) != kNoError) {
+        member->RealName += u" " + number;
+    }
+    if (IgnoringErrors([&] { state.MembersByUserName.Add(member->username, member); }) != kNoError) {
+        member->username += u"_" + number;
+        IgnoringErrors([&] { state.MembersByUserName.Add(member->username, member); });
+    }
+    IgnoringErrors([&] { state.MembersByRealName.Add(member->RealName, member); });
+    IgnoringErrors([&] { state.MembersById.Add(number, member); });
+}
+
+std::u16string ReadMemberFile(ConversionState& state) {
+    const std::u16string& path =
+        ToolboxLibrary::FileExists(state.UserFile) ? state.UserFile : state.UsersFile;
+    DisplayInfo(state, u"Processing Discus Member File, Please wait...\r\n", true, true, false);
+    std::u16string text;
+    if (ToolboxLibrary::FileExists(path)) GetFileDataCharset(state, path, text, u"utf-8", true);
+    return text;
+}
+
+// Number 1, whoever else is in the file.
+void AddAdministrator(ConversionState& state) {
+    state.DefaultUserCount = 0;
+    const std::u16string line = state.DefaultAdmin + u",," + std::u16string(kPlaceholderAddress) + u"," +
+                                state.DefaultAdmin + u",,,,0,,,";
+    IgnoringErrors([&] { DiscusAddMember(state, Split(line, u",")); });
+}
+
+void GrowPostCounts(ConversionState& state, std::int32_t counter) {
+    const std::size_t size = state.MemberPostCounts.size();
+    if (counter == static_cast<std::int64_t>(size) - 1) state.MemberPostCounts.resize(size + 100, 0);
+}
+
+}  // namespace
+
+void DiscusReadUserFile(ConversionState& state) {
+    if (state.CancelRequested) return;
+    const std::u16string text = ReadMemberFile(state);
+    const auto lines = Split(text, Contains(text, u"\r") ? u"\r\n" : u"\n");
+    const std::int32_t defaultUsers = state.DefaultUserCount;
+    AddAdministrator(state);
+    state.DefaultUserCount = defaultUsers > 1 ? defaultUsers - 1 : 0;
+    state.MemberPostCounts.assign(101, 0);
+    std::int32_t counter = defaultUsers;
+    std::vector<std::u16string> groups;
+    for (const std::u16string_view line : lines) {
+        if (!line.empty()) {
+            const Fields fields = Split(line, u":");
+            // A line without groups leaves the names of the line before in place, in their changed form.
+            if (fields.size() > 9) {
+                const Fields names = Split(fields[9], u"/");
+                groups.assign(names.begin(), names.end());
+            }
+            DiscusAddGroups(state, groups);
+            if (!Trim(Element(fields, 0)).empty()) {
+                IgnoringErrors([&counter] { counter = Add(counter, 1); });
+                DiscusAddMember(state, fields);
+                GrowPostCounts(state, counter);
+            }
+        }
+        state.ToolboxA.KeepResponsive();
+    }
+}
+
+std::int32_t DiscusAddMember(ConversionState& state, const std::vector<std::u16string_view>& fields) {
+    std::shared_ptr<clsMember> member;
+    try {
+        member = MakeMember(state, fields);
+    } catch (...) {
+        RoutineHandler(state, u" - DiscusAddMember()", CurrentError());
+        return 0;
+    }
+    EnterMember(state, member);
+    return member->ID;
+}
+
+void DiscusAddGroups(ConversionState& state, std::vector<std::u16string>& names) {
+    for (std::u16string& name : names) {
+        if (name.empty()) continue;
+        IgnoringErrors([&] {
+            name = CleanName(name);
+            auto group = std::make_shared<clsGroup>();
+            group->name = name;
+            group->ID = Add(Add(state.GroupsByName.Count(), 1), state.DefaultGroupCount);
+            state.GroupsByName.Add(name, std::move(group));
+        });
+        state.ToolboxA.KeepResponsive();
+    }
+}
+
+}  // namespace tessaly
