@@ -1,0 +1,38 @@
+#include "translate/modAnnouncements.h"
+
+#include "control/RoutineHandler.h"
+#include "output/OutputFiles.h"
+#include "reader/FieldEscaping.h"
+#include "reader/TagScanning.h"
+#include "text/numbers.h"
+#include "translate/DiscusProcessLinks.h"
+#include "translate/clsTblAnnouncements.h"
+#include "translate/modImages.h"
+
+namespace tessaly {
+
+void mybbWriteAnnouncementMsg(ConversionState& state, std::u16string_view section, std::int32_t forumId,
+                              std::int32_t poster, std::u16string_view subject) try {
+    std::u16string body(section);
+    std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, state.AnnouncementForumId);
+    text = ProcessImages(state, text);
+    text = RemoveTagInformation(state, text);
+    text = EscapeField(text);
+    state.AnnouncementCounter = Add(state.AnnouncementCounter, 1);
+    clsTblAnnouncements row;
+    row.aid = state.AnnouncementCounter;
+    row.fid = forumId;
+    row.uid = poster;
+    row.subject = subject;
+    row.message = std::move(text);
+    row.allowhtml = 1;
+    row.allowmycode = 1;
+    row.allowsmilies = 1;
+    std::u16string line;
+    row.BuildString(line);
+    WriteFileLine(state, line, state.AnnouncementsFile, u"mybb_announcements", false);
+} catch (...) {
+    RoutineHandler(state, u" - mybbWriteAnnouncementMsg()", CurrentError());
+}
+
+}  // namespace tessaly
