@@ -1,0 +1,83 @@
+#include "cli/convert.h"
+
+#include <memory>
+
+#include "cli/ProgressLine.h"
+#include "cli/report.h"
+#include "control/cmdConvert.h"
+#include "platform/console.h"
+#include "text/numbers.h"
+
+namespace tessaly {
+
+namespace {
+
+// What the operator would see on the screen.
+struct Screen {
+    std::vector<std::u16string> messages;
+    std::unique_ptr<ProgressLine> progress;
+};
+
+// Control characters of a board's texts must not reach the terminal.
+std::u16string WithoutControls(std::u16string_view text) {
+    std::u16string plain;
+    for (const char16_t unit : text) {
+        if (unit == u'\r') continue;
+        const bool isControl =
+            (unit < 0x20 && unit != u'\n' && unit != u'\t') || (unit >= 0x7F && unit < 0xA0);
+        plain += isControl ? u'?' : unit;
+    }
+    return plain;
+}
+
+void HookIn(ConversionState& state, Screen& screen, const Options& options) {
+    state.ShowMessage = [&state, &screen, &options](std::u16string_view text) {
+        screen.messages.emplace_back(text);
+        if (screen.progress) screen.progress->Clear();
+        if (!state.Progress.SummaryShown) return platform::WriteError(WithoutControls(text) + u"\n");
+        if (!options.quiet) platform::WriteOutput(WithoutControls(text));
+    };
+    state.ToolboxA.HandleEvents = [&state, &screen] {
+        if (platform::TakeInterrupt() && state.cmdCancel.Enabled) cmdCancel_Click(state);
+        if (screen.progress) screen.progress->Show();
+    };
+    platform::NoteInterrupts();
+}
+
+std::optional<std::u16string> Convert(ConversionState& state, Screen& screen, const Options& options) {
+    try {
+        StartProgram(state, options);
+        FillFields(state, options);
+        if (!options.quiet && platform::ErrorsGoToTerminal()) {
+            screen.progress = std::make_unique<ProgressLine>(state);
+        }
+        cmdConvert_Click(state);
+        return {};
+    } catch (...) {
+        const RunTimeError error = CurrentError();
+        return ToText(error.number) + u" - " + error.description;
+    }
+}
+
+}  // namespace
+
+int RunConversion(const Options& options) {
+    ConversionState state;
+    Screen screen;
+    HookIn(state, screen, options);
+    const std::optional<std::u16string> untrapped = Convert(state, screen, options);
+    if (untrapped) platform::WriteError(u"Run-time error " + *untrapped + u"\n");
+    if (!options.report.empty()) {
+        const int error =
+            IgnoringErrors([&] { WriteReport(state, screen.messages, untrapped, options.report); });
+        if (error != kNoError) {
+            platform::WriteError(u"The report could not be written.\n");
+            return kTrouble;
+        }
+    }
+    if (untrapped) return kUntrapped;
+    const std::size_t expected = state.Progress.SummaryShown ? 1 : 0;
+    return screen.messages.size() > expected ? kTrouble : kAllWell;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,120 @@
+#include <CLI/CLI.hpp>
+
+#include "cli/convert.h"
+
+namespace {
+
+constexpr const char* kAbout =
+    "Tessaly converts a copy of a Discus 4 message board into import files for a mybb forum.";
+
+constexpr const char* kFooter = R"(
+A run only reads the board. It DELETES the output folder and builds it anew.
+
+Settings that are not given come from the .ini file beside the program, where each given one is kept for the
+next run.
+
+Example:
+  tessaly-cli convert --root /srv/discus-copy --output /srv/import --website http://www.old.example/discus/ \
+      --forum http://forum.new.example/ --admin Admin
+
+Exit status: 0 all went well, 1 something was reported (cancelled, stopped by a check, trouble),
+2 wrong usage, 3 a failure that nothing trapped.)";
+
+void AddFolders(CLI::App& convert, tessaly::Options& options) {
+    const std::string group = "Folders";
+    convert
+        .add_option("--root", options.root, "Copy of the Discus installation; alone it gives the next three")
+        ->type_name("DIR")
+        ->group(group);
+    convert.add_option("--messages", options.messages, "Public message folder (discus/messages)")
+        ->type_name("DIR")
+        ->group(group);
+    convert.add_option("--secure", options.secure, "Message folder of hidden topics (discus_admin_N/secure)")
+        ->type_name("DIR")
+        ->group(group);
+    convert.add_option("--main", options.main, "Folder of the member file (discus_admin_N)")
+        ->type_name("DIR")
+        ->group(group);
+    convert.add_option("--output", options.output, "Folder of all that is written; deleted and built anew")
+        ->type_name("DIR")
+        ->group(group);
+}
+
+void AddFields(CLI::App& convert, tessaly::Options& options) {
+    const std::string group = "The two sites";
+    convert.add_option("--website", options.website, "Address of the old board")
+        ->type_name("TEXT")
+        ->group(group);
+    convert.add_option("--forum", options.forum, "Address of the new forum")->type_name("TEXT")->group(group);
+    convert.add_option("--admin", options.admin, "Name of the new forum's administrator")
+        ->type_name("TEXT")
+        ->group(group);
+    convert.add_option("--users", options.users, "Users that the new forum has already")
+        ->type_name("N")
+        ->group(group);
+    convert.add_option("--groups", options.groups, "User groups that the new forum has already (7)")
+        ->type_name("N")
+        ->group(group);
+    convert.add_option("--split-mb", options.splitMegabytes, "Size at which an import file is split (50)")
+        ->type_name("N")
+        ->group(group);
+    convert.add_option("--charset", options.charset, "Charset of the pages; without it the first page tells")
+        ->type_name("NAME")
+        ->group(group);
+}
+
+void AddSwitches(CLI::App& convert, tessaly::Options& options) {
+    const std::string group = "Leave out";
+    convert.add_flag("--no-attachments", options.noAttachments, "Copy no attachments")->group(group);
+    convert.add_flag("--no-hidden", options.noHidden, "Do not look for pages in the secure folder")
+        ->group(group);
+    convert.add_flag("--no-redirects", options.noRedirects, "Write no redirection pages")->group(group);
+    convert
+        .add_flag("--no-special-characters", options.noSpecialCharacters, "Leave &...; sequences as they are")
+        ->group(group);
+    convert
+        .add_flag("--no-show-progress", options.noShowProgress, "Gather no routine progress for the report")
+        ->group(group);
+    convert.add_flag("--no-log", options.noLog, "Keep routine progress out of Log.txt")->group(group);
+}
+
+void AddProgram(CLI::App& convert, tessaly::Options& options) {
+    const std::string group = "The program itself";
+    convert.add_option("--ini", options.ini, "Another settings file")->type_name("FILE")->group(group);
+    convert
+        .add_option("--program-folder", options.programFolder,
+                    "Where Docs and the settings file are looked for")
+        ->type_name("DIR")
+        ->group(group);
+    convert.add_option("--report", options.report, "Write the outcome as JSON")
+        ->type_name("FILE")
+        ->group(group);
+    convert.add_flag("--quiet", options.quiet, "No progress line and no summary")->group(group);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    tessaly::Options options;
+    CLI::App app(kAbout, "tessaly-cli");
+    app.set_version_flag("--version", "tessaly-cli " TESSALY_VERSION);
+    app.require_subcommand(1);
+    app.footer(kFooter);
+    CLI::App& convert = *app.add_subcommand("convert", "Convert a board");
+    convert.footer(kFooter);
+    AddFolders(convert, options);
+    AddFields(convert, options);
+    AddSwitches(convert, options);
+    AddProgram(convert, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? tessaly::kAllWell : tessaly::kWrongUsage;
+    }
+    const std::string wrong = tessaly::CompleteFolders(options);
+    if (!wrong.empty()) {
+        std::cerr << wrong << '\n';
+        return tessaly::kWrongUsage;
+    }
+    return tessaly::RunConversion(options);
+}
