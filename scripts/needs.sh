@@ -1,0 +1,63 @@
+# Sourced by run.sh, test.sh and .ci/run, from the top folder of the tree.
+#   need PURPOSE...    installs the Debian packages of these purposes that are missing
+
+# One line a purpose. A new package goes in here and, with its reason, into the table of README.md.
+packages_for() {
+    case $1 in
+    run) echo g++ cmake ninja-build libicu-dev libssl-dev libcli11-dev nlohmann-json3-dev libsimpleini-dev ;;
+    test) echo libgtest-dev python3 ;;
+    forms) echo qt6-base-dev ;;
+    database) echo mariadb-server-core mariadb-client-core ;;
+    bench) echo libbenchmark-dev ;;
+    checks) echo clang clang-format-14 ;;
+    fuzz) echo clang libclang-rt-14-dev ;;
+    windows) echo g++-mingw-w64-x86-64-posix ;;
+    esac
+}
+
+is_installed() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=600 "$@"
+}
+
+install_packages() {
+    local log=build/packages.log
+    mkdir -p build
+    echo "Installing $* ..."
+    # A list that cannot be fetched need not be one of those that are needed here.
+    apt_get update >"$log" 2>&1 || echo "apt-get update had trouble, see $log"
+    apt_get install -y --no-install-recommends "$@" >>"$log" 2>&1 && return
+    tail -n 20 "$log" >&2
+    echo "These packages could not be installed: $*. The whole story is in $log." >&2
+    return 1
+}
+
+need() {
+    local purpose package missing=()
+    if ! command -v apt-get >/dev/null; then
+        echo "There is no apt-get here. What Debian calls $(for purpose; do packages_for "$purpose"; done | xargs)"
+        echo "is needed; going on as if it is there."
+        return
+    fi
+    for purpose; do
+        for package in $(packages_for "$purpose"); do
+            is_installed "$package" || missing+=("$package")
+        done
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        echo "Missing, and neither root nor sudo is at hand to install it: ${missing[*]}; going on without."
+        return
+    fi
+    install_packages "${missing[@]}"
+}
+
+# What is in the cache of a compiler cache is not compiled again.
+if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi

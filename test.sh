@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds everything with sanitizers and runs every test.
+#   ./test.sh [options of ctest, such as -R cli]
+set -euo pipefail
+cd "$(dirname "$0")"
+. scripts/needs.sh
+
+# What the tests of a part of the tree need is named here by its purpose.
+need run test
+
+cmake --preset sanitize -DTESSALY_WERROR="${TESSALY_WERROR:-OFF}"
+cmake --build build/sanitize
+ctest --test-dir build/sanitize --parallel "$(nproc)" --output-on-failure "$@"
