@@ -1,6 +1,9 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "cli/convert.h"
+#include "platform/charset.h"
+#include "platform/console.h"
 
 namespace {
 
@@ -107,13 +110,17 @@ int main(int argc, char** argv) {
     AddSwitches(convert, options);
     AddProgram(convert, options);
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> words = tessaly::platform::Arguments(argc, argv);
+        // The parser takes them from the back.
+        words.erase(words.begin());
+        std::ranges::reverse(words);
+        app.parse(std::move(words));
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? tessaly::kAllWell : tessaly::kWrongUsage;
     }
     const std::string wrong = tessaly::CompleteFolders(options);
     if (!wrong.empty()) {
-        std::cerr << wrong << '\n';
+        tessaly::platform::WriteError(tessaly::platform::FromUtf8(wrong) + u"\n");
         return tessaly::kWrongUsage;
     }
     return tessaly::RunConversion(options);

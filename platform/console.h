@@ -1,8 +1,13 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::platform {
+
+// The words of the command line, the program's own first, in UTF-8.
+std::vector<std::string> Arguments(int count, char** words);
 
 // From now on the operator's interrupt (Ctrl-C) is noted; a second one ends the process.
 void NoteInterrupts();

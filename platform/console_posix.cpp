@@ -25,6 +25,10 @@ void Write(std::u16string_view text, std::FILE* stream) {
 
 }  // namespace
 
+std::vector<std::string> Arguments(int count, char** words) {
+    return std::vector<std::string>(words, words + count);
+}
+
 void NoteInterrupts() {
     std::signal(SIGINT, NoteInterrupt);
 }

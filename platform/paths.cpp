@@ -35,10 +35,10 @@ Listing ReadListing(const fs::path& folder, fs::file_time_type changed) {
 // was read right after a change is read anew: a second change in the same tick of the clock would not show.
 const Listing& ListingOf(const fs::path& folder) {
     constexpr std::size_t kMostKept = 64;
-    static std::unordered_map<std::string, Listing> kept;
+    static std::unordered_map<fs::path::string_type, Listing> kept;
     std::error_code error;
     const fs::file_time_type changed = fs::last_write_time(folder, error);
-    const std::string key = folder.string();
+    const fs::path::string_type& key = folder.native();
     const auto known = kept.find(key);
     const bool isSettled = fs::file_time_type::clock::now() - changed > std::chrono::seconds(2);
     if (known != kept.end() && known->second.changed == changed && isSettled) return known->second;

@@ -1,6 +1,11 @@
 #include "platform/IniFile.h"
 
+// Windows has the library's header alone.
+#ifdef _WIN32
+#define SI_IMPLEMENTATION
+#else
 #define SI_CONVERT_ICU
+#endif
 #include <SimpleIni.h>
 
 #include "platform/charset.h"

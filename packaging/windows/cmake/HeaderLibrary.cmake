@@ -1,0 +1,15 @@
+# A library that is headers alone, taken from where Linux keeps it. A folder of links stands between, so that
+# the headers of Linux itself stay out of sight.
+function(add_header_library target header)
+  if(TARGET ${target})
+    return()
+  endif()
+  if(NOT EXISTS "/usr/include/${header}")
+    message(FATAL_ERROR "/usr/include/${header} is not there: install the library's development package")
+  endif()
+  set(links "${CMAKE_BINARY_DIR}/headers")
+  file(MAKE_DIRECTORY "${links}")
+  file(CREATE_LINK "/usr/include/${header}" "${links}/${header}" SYMBOLIC)
+  add_library(${target} INTERFACE IMPORTED GLOBAL)
+  target_include_directories(${target} INTERFACE "${links}")
+endfunction()

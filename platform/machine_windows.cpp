@@ -1,0 +1,50 @@
+#include "platform/WindowsApi.h"
+// The system's header above must come first.
+#include <shlobj.h>
+
+#include <ctime>
+
+#include "platform/NativeText.h"
+#include "platform/clock.h"
+#include "platform/paths.h"
+
+namespace fs = std::filesystem;
+
+namespace tessaly::platform {
+
+fs::path ToNativeText(std::u16string_view text) {
+    return std::wstring(text.begin(), text.end());
+}
+
+std::u16string FromNativeText(const fs::path& path) {
+    return std::u16string(path.native().begin(), path.native().end());
+}
+
+std::u16string ProgramFile() {
+    std::wstring file(MAX_PATH, L'\0');
+    DWORD length = ::GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    while (length == file.size()) {
+        file.resize(file.size() * 2);
+        length = ::GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    }
+    file.resize(length);
+    return ToPathText(file);
+}
+
+std::u16string HomeFolder() {
+    if (const wchar_t* const home = ::_wgetenv(L"USERPROFILE"); home != nullptr && *home != L'\0')
+        return ToPathText(home);
+    wchar_t folder[MAX_PATH];
+    const HRESULT result = ::SHGetFolderPathW(nullptr, CSIDL_PROFILE, nullptr, SHGFP_TYPE_CURRENT, folder);
+    return FAILED(result) ? std::u16string() : ToPathText(folder);
+}
+
+std::u16string MomentText(std::time_t moment) {
+    std::tm local{};
+    ::localtime_s(&local, &moment);
+    char text[32];
+    const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    return std::u16string(text, text + length);
+}
+
+}  // namespace tessaly::platform
