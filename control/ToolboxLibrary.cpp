@@ -60,7 +60,7 @@ bool ToolboxLibrary::FileExists(std::u16string_view path) {
 }
 
 bool ToolboxLibrary::FileExistsWithin(std::u16string_view path, const std::vector<std::u16string>& folders) {
-    return platform::FileExists(path) && platform::LiesWithin(platform::FindSource(path), folders);
+    return platform::FileExistsWithin(path, folders);
 }
 
 void ToolboxLibrary::RecordErrorText(std::u16string_view text) {

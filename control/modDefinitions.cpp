@@ -34,8 +34,8 @@ DataIndexElement& CurrentIndex(ConversionState& state) {
 }
 
 std::vector<std::u16string> SourceFolders(const ConversionState& state) {
-    return {state.DiscusRootFolder, state.DiscusMessageFolder, state.DiscusSecureMessageFolder,
-            state.DiscusMainFolder};
+    return {state.DiscusMessageFolder, state.DiscusSecureMessageFolder, state.DiscusMainFolder,
+            state.DiscusRootFolder};
 }
 
 const std::vector<std::u16string>& CharsetNames() {

@@ -233,7 +233,7 @@ struct ConversionState {
 // The element of the page in hand, by `Depth` as it stands. Raises 9 when there is none.
 DataIndexElement& CurrentIndex(ConversionState& state);
 
-// The folders of the source that the operator named, as they stand.
+// The folders of the source that the operator named, as they stand; those of the pages first.
 std::vector<std::u16string> SourceFolders(const ConversionState& state);
 
 // The charset names on offer, in the order of the list.

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "platform/SystemConverter.h"
+#include "platform/ascii.h"
 #include "platform/charset.h"
 #include "text/RunTimeError.h"
 
@@ -81,7 +82,20 @@ std::u16string DecodeUtf8(std::string_view bytes) {
     return text;
 }
 
+// The beginning that is ASCII, in whole blocks.
+void AppendAscii(std::u16string_view& text, std::string& bytes) {
+    std::size_t length = 0;
+    while (text.size() - length >= kAsciiBlock && IsAsciiBlock(text.data() + length)) length += kAsciiBlock;
+    const std::size_t old = bytes.size();
+    bytes.resize(old + length);
+    for (std::size_t at = 0; at < length; at += kAsciiBlock) {
+        CopyAsciiBlock(text.data() + at, bytes.data() + old + at);
+    }
+    text.remove_prefix(length);
+}
+
 void AppendUtf8(std::u16string_view text, std::string& bytes) {
+    AppendAscii(text, bytes);
     if (text.empty()) return;
     const std::size_t old = bytes.size();
     bytes.resize(old + text.size() * 3);

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "platform/SystemConverter.h"
+#include "platform/ascii.h"
 #include "text/folding.h"
 
 namespace tessaly::platform {
@@ -86,10 +87,6 @@ const ByteTable* ByteTableOf(const std::string& name) {
     return table.get();
 }
 
-bool IsSurrogate(char16_t unit) {
-    return (unit & 0xF800) == 0xD800;
-}
-
 bool IsPair(char16_t one, char16_t other) {
     return (one & 0xFC00) == 0xD800 && (other & 0xFC00) == 0xDC00;
 }
@@ -98,19 +95,38 @@ void AppendBytes(const ByteTable& table, std::u16string_view text, std::string& 
     const std::size_t old = bytes.size();
     bytes.resize(old + text.size());
     char* write = bytes.data() + old;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char16_t unit = text[at];
-        const char byte = table.bytes[unit];
-        *write++ = byte == 0 && unit != 0 ? '?' : byte;
-        if (IsSurrogate(unit) && at + 1 < text.size() && IsPair(unit, text[at + 1])) ++at;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const std::size_t end = std::min(at + kAsciiBlock, text.size());
+        if (end - at == kAsciiBlock && IsAsciiBlock(text.data() + at)) {
+            CopyAsciiBlock(text.data() + at, write);
+            write += kAsciiBlock;
+            at = end;
+            continue;
+        }
+        for (; at < end; ++at) {
+            const char16_t unit = text[at];
+            const char byte = table.bytes[unit];
+            *write++ = byte == 0 && unit != 0 ? '?' : byte;
+            if (at + 1 < text.size() && IsPair(unit, text[at + 1])) ++at;
+        }
     }
     bytes.resize(static_cast<std::size_t>(write - bytes.data()));
 }
 
 std::u16string DecodeBytes(const ByteTable& table, std::string_view bytes) {
     std::u16string text(bytes.size(), u'\0');
-    for (std::size_t at = 0; at < bytes.size(); ++at)
-        text[at] = table.units[static_cast<unsigned char>(bytes[at])];
+    std::size_t at = 0;
+    while (at < bytes.size()) {
+        const std::size_t end = std::min(at + kAsciiBlock, bytes.size());
+        const auto* const block = reinterpret_cast<const unsigned char*>(bytes.data()) + at;
+        if (end - at == kAsciiBlock && IsAsciiBlock(block)) {
+            CopyAsciiBlock(block, text.data() + at);
+            at = end;
+            continue;
+        }
+        for (; at < end; ++at) text[at] = table.units[static_cast<unsigned char>(bytes[at])];
+    }
     return text;
 }
 

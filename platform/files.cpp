@@ -92,6 +92,13 @@ bool FileExists(std::u16string_view path) {
     return fs::is_regular_file(FindSource(path), error);
 }
 
+bool FileExistsWithin(std::u16string_view path, const std::vector<std::u16string>& folders) {
+    std::error_code error;
+    fs::path file = ToNative(path);
+    if (!fs::is_regular_file(file, error)) file = FindSource(path);
+    return fs::is_regular_file(file, error) && LiesWithin(file, folders);
+}
+
 bool FolderExists(std::u16string_view path) {
     std::error_code error;
     return fs::is_directory(ToNative(path), error);

@@ -15,6 +15,9 @@ namespace tessaly::platform {
 // Whether a file of that path exists; in source folders also when its case differs.
 bool FileExists(std::u16string_view path);
 
+// The same, and the file lies below one of the folders, wherever links and ".." lead.
+bool FileExistsWithin(std::u16string_view path, const std::vector<std::u16string>& folders);
+
 // Whether the folder exists, spelled just so.
 bool FolderExists(std::u16string_view path);
 

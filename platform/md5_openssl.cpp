@@ -1,5 +1,6 @@
 #include <openssl/evp.h>
 
+#include <array>
 #include <memory>
 
 #include "platform/NativeFile.h"
@@ -13,7 +14,7 @@ std::string Md5OfFile(std::u16string_view path) {
     const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
     if (context == nullptr) Raise(kOutOfMemory);
     if (EVP_DigestInit_ex(context.get(), EVP_md5(), nullptr) != 1) Raise(kInvalidCall);
-    std::string buffer(1 << 18, '\0');
+    std::array<char, 1 << 16> buffer;
     while (const std::size_t got = file.Read(buffer.data(), buffer.size())) {
         if (EVP_DigestUpdate(context.get(), buffer.data(), got) != 1) Raise(kInvalidCall);
     }

@@ -63,14 +63,18 @@ fs::path WithoutTrailingSeparator(const fs::path& path) {
 
 // The quick way for nearly all files: spelled below the folder, with no dots and no links on the way.
 bool LiesPlainlyWithin(const fs::path& file, const fs::path& folder) {
-    const auto [step, rest] = std::ranges::mismatch(folder, file);
-    if (step != folder.end()) return false;
-    fs::path way = folder;
-    for (auto next = rest; next != file.end(); ++next) {
-        if (*next == ".." || *next == ".") return false;
-        way /= *next;
+    const fs::path::string_type& name = file.native();
+    const std::size_t base = folder.native().size();
+    if (!name.starts_with(folder.native()) || name.size() <= base) return false;
+    if (name[base] != fs::path::preferred_separator) return false;
+    std::size_t step = base;
+    while (step < name.size()) {
+        const std::size_t end = std::min(name.find(fs::path::preferred_separator, step + 1), name.size());
+        const fs::path way = name.substr(0, end);
+        if (way.filename() == ".." || way.filename() == ".") return false;
         std::error_code error;
         if (fs::is_symlink(fs::symlink_status(way, error))) return false;
+        step = end;
     }
     return true;
 }
@@ -117,18 +121,17 @@ fs::path FindSource(std::u16string_view path) {
 }
 
 bool LiesWithin(const fs::path& file, const std::vector<std::u16string>& folders) {
-    std::vector<fs::path> natives;
     for (const std::u16string& folder : folders) {
-        if (!folder.empty()) natives.push_back(WithoutTrailingSeparator(ToNative(folder)));
+        if (!folder.empty() && LiesPlainlyWithin(file, WithoutTrailingSeparator(ToNative(folder))))
+            return true;
     }
-    const auto holdsPlainly = [&file](const fs::path& folder) { return LiesPlainlyWithin(file, folder); };
-    if (std::ranges::any_of(natives, holdsPlainly)) return true;
     std::error_code error;
     const fs::path resolved = fs::canonical(file, error);
     if (error) return false;
-    return std::ranges::any_of(natives, [&resolved](const fs::path& folder) {
+    return std::ranges::any_of(folders, [&resolved](const std::u16string& folder) {
+        if (folder.empty()) return false;
         std::error_code unresolved;
-        const fs::path canonical = fs::canonical(folder, unresolved);
+        const fs::path canonical = fs::canonical(ToNative(folder), unresolved);
         return !unresolved && IsBelow(resolved, canonical);
     });
 }

@@ -36,26 +36,28 @@ std::u16string_view TokenOf(char16_t unit) {
 
 // No token holds a replaced character, so one pass does what ten replacements in a row would.
 std::u16string EscapeField(std::u16string_view text) {
+    constexpr std::u16string_view kEscaped = u",\u201E\"\u201D\u201C'\n`\\";
     std::u16string escaped;
-    escaped.reserve(text.size() + text.size() / 4);
-    std::size_t from = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::u16string_view token = TokenOf(text[at]);
-        if (token.empty()) continue;
-        escaped.append(text.substr(from, at - from));
-        const bool isLineEnd = text[at] == u'\n' && at > from && text[at - 1] == u'\r';
-        if (isLineEnd) escaped.pop_back();
-        escaped.append(token);
+    escaped.reserve(text.size() + text.size() / 8);
+    Position from = 1;
+    for (Position at = FindFirstOf(text, kEscaped); at != 0; at = FindFirstOf(text, kEscaped, from)) {
+        const char16_t unit = text[static_cast<std::size_t>(at) - 1];
+        escaped += Between(text, from, at);
+        const bool isWholeLineEnd = unit == u'\n' && at > from && escaped.back() == u'\r';
+        if (isWholeLineEnd) escaped.pop_back();
+        escaped += TokenOf(unit);
         from = at + 1;
     }
-    return escaped.append(text.substr(from));
+    return escaped += From(text, from);
 }
 
+// Every removed text holds one of a few characters, which most names are without.
 std::u16string RemoveFieldTokens(std::u16string_view text) {
     static constexpr std::u16string_view kRemoved[] = {u"([)", u"(;)",  u"(})", u"(])", u"(|)",
                                                        u"({)", u"\r\n", u"\n",  u"(<)", u"?",
                                                        u"^",   u" .",   u"...", u"(>)"};
     std::u16string name(text);
+    if (FindFirstOf(text, u"(\n?^.") == 0) return name;
     for (const std::u16string_view removed : kRemoved) RemoveAll(name, removed);
     return name;
 }

@@ -52,11 +52,31 @@ class InnerTags {
     std::unordered_set<std::uint64_t> hashes_;
 };
 
+// For a text in which no tag holds a "<" of another: each goes where it stands. False, and nothing changed,
+// for any other text.
+bool RemoveSimpleTags(std::u16string& text, Position open) {
+    std::u16string done;
+    done.reserve(text.size());
+    Position from = 1;
+    while (open != 0) {
+        const Position close = Find(text, u">", open);
+        if (close == 0) break;
+        const Position next = Find(text, u"<", open + 1);
+        if (next != 0 && next < close) return false;
+        done += Between(text, from, open);
+        from = close + 1;
+        open = next;
+    }
+    done += From(text, from);
+    text = std::move(done);
+    return true;
+}
+
 }  // namespace
 
 void RemoveTags(std::u16string& text) {
     Position open = Find(text, u"<");
-    if (open == 0) return;
+    if (open == 0 || RemoveSimpleTags(text, open)) return;
     InnerTags innerTags(text);
     std::u16string done;
     std::u16string_view rest = text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iterator>
 #include <list>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "text/RunTimeError.h"
 #include "text/folding.h"
+#include "text/search.h"
 
 namespace tessaly {
 
@@ -28,7 +30,7 @@ class KeyedCollection {
 
     // The item of a key, none when there is no such key.
     Item* Find(std::u16string_view key) {
-        const auto place = places_.find(Folded(key));
+        const auto place = places_.find(key);
         return place == places_.end() ? nullptr : &place->second->second;
     }
 
@@ -41,7 +43,7 @@ class KeyedCollection {
 
     // Raises 5 when there is no such key.
     void Remove(std::u16string_view key) {
-        const auto place = places_.find(Folded(key));
+        const auto place = places_.find(key);
         if (place == places_.end()) Raise(kInvalidCall);
         items_.erase(place->second);
         places_.erase(place);
@@ -57,13 +59,29 @@ class KeyedCollection {
     using Items = std::list<std::pair<std::u16string, Item>>;
 
     void Insert(typename Items::iterator before, std::u16string_view key, Item item) {
-        const auto [place, isNew] = places_.try_emplace(Folded(key));
+        const auto [place, isNew] = places_.try_emplace(std::u16string(key));
         if (!isNew) Raise(kKeyExists);
         place->second = items_.emplace(before, key, std::move(item));
     }
 
     Items items_;
-    std::unordered_map<std::u16string, typename Items::iterator> places_;
+    // Hashed and compared folded, so that looking up needs no copy of the key.
+    struct FoldedHash {
+        using is_transparent = void;
+        std::size_t operator()(std::u16string_view key) const {
+            std::uint64_t hash = 0xCBF29CE484222325;
+            for (const char16_t unit : key) hash = (hash ^ Fold(unit)) * 0x100000001B3;
+            return static_cast<std::size_t>(hash ^ (hash >> 32));
+        }
+    };
+    struct FoldedEqual {
+        using is_transparent = void;
+        bool operator()(std::u16string_view one, std::u16string_view other) const {
+            return EqualIgnoringCase(one, other);
+        }
+    };
+
+    std::unordered_map<std::u16string, typename Items::iterator, FoldedHash, FoldedEqual> places_;
 };
 
 }  // namespace tessaly

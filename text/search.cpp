@@ -1,6 +1,8 @@
 #include "text/search.h"
 
 #include <algorithm>
+#include <array>
+#include <experimental/simd>
 #include <limits>
 
 #include "text/RunTimeError.h"
@@ -9,6 +11,8 @@
 namespace tessaly {
 
 namespace {
+
+namespace simd = std::experimental;
 
 constexpr std::size_t kNowhere = std::u16string_view::npos;
 
@@ -20,31 +24,36 @@ struct Anchor {
     int rarity = 0;
 };
 
-bool IsLetter(char16_t unit) {
+constexpr bool IsLetter(char16_t unit) {
     const auto lower = static_cast<char16_t>(unit | 0x20);
     return lower >= u'a' && lower <= u'z';
 }
 
-// How seldom a unit stands in a page, 0 for one that cannot be an anchor: "k" and "s" have a third case, the
-// Kelvin sign and the long s.
-int RarityOf(char16_t unit, bool ignoreCase) {
-    if (unit >= 0x80) return ignoreCase ? 0 : 4;
-    if (IsLetter(unit)) {
+constexpr char kRare = 4;
+constexpr std::u16string_view kCommonMarks = u" -./\"<>";
+
+// How seldom a character of ASCII stands in a page, 0 for one that cannot be an anchor: ignoring case, "k"
+// and "s" have a third case, the Kelvin sign and the long s.
+constexpr std::array<char, 128> MakeRarities(bool ignoreCase) {
+    std::array<char, 128> rarities{};
+    for (char16_t unit = 0; unit < rarities.size(); ++unit) {
         const auto lower = static_cast<char16_t>(unit | 0x20);
-        return ignoreCase && (lower == u'k' || lower == u's') ? 0 : 1;
+        const bool hasThirdCase = ignoreCase && (lower == u'k' || lower == u's');
+        char rarity = kRare;
+        if (kCommonMarks.find(unit) != std::u16string_view::npos) rarity = 3;
+        if (unit >= u'0' && unit <= u'9') rarity = 2;
+        if (IsLetter(unit)) rarity = hasThirdCase ? 0 : 1;
+        rarities[unit] = rarity;
     }
-    switch (unit) {
-        case u' ':
-        case u'-':
-        case u'.':
-        case u'/':
-        case u'"':
-        case u'<':
-        case u'>':
-            return 3;
-        default:
-            return unit >= u'0' && unit <= u'9' ? 2 : 4;
-    }
+    return rarities;
+}
+
+constexpr std::array<char, 128> kRarities = MakeRarities(false);
+constexpr std::array<char, 128> kRaritiesIgnoringCase = MakeRarities(true);
+
+int RarityOf(char16_t unit, bool ignoreCase) {
+    if (unit >= 0x80) return ignoreCase ? 0 : kRare;
+    return ignoreCase ? kRaritiesIgnoringCase[unit] : kRarities[unit];
 }
 
 Anchor MakeAnchor(std::u16string_view what, std::size_t offset, bool ignoreCase) {
@@ -62,8 +71,11 @@ struct SameFolded {
     static bool Equal(char16_t one, char16_t other) { return one == other || Fold(one) == Fold(other); }
 };
 
-// Looks for one text again and again. It tests its two rarest units over a block of places at once, in a loop
-// that compilers turn into vector code, and compares units only in a block where both stand.
+// As many units at once as the machine compares in one step.
+using Units = simd::native_simd<char16_t>;
+
+// Looks for one text again and again: for its two rarest units, at many places at once, and compares the text
+// only where both stand.
 template <typename Rule>
 class Search {
   public:
@@ -84,39 +96,58 @@ class Search {
     std::size_t Next(std::u16string_view text, std::size_t from) const {
         if (what_.size() > text.size() || from > text.size() - what_.size()) return kNowhere;
         const std::size_t last = text.size() - what_.size();
-        if (first_.rarity == 0) return Plainly(text, from, last);
         std::size_t at = from;
+        if (first_.rarity == 0) return Plainly(text, at, last);
         while (last - at >= kBlock) {
             if (!BlockHolds(text.data() + at)) {
                 at += kBlock;
                 continue;
             }
-            const std::size_t found = Plainly(text, at, at + kBlock - 1);
+            const std::size_t end = at + kBlock;
+            for (; at < end; at += Units::size()) {
+                const std::size_t found = AmongUnits(text, at);
+                if (found != kNowhere) return found;
+            }
+        }
+        for (; last - at >= Units::size(); at += Units::size()) {
+            const std::size_t found = AmongUnits(text, at);
             if (found != kNowhere) return found;
-            at += kBlock;
         }
         return Plainly(text, at, last);
     }
 
   private:
-    static constexpr std::size_t kBlock = 64;
+    static constexpr std::size_t kBlock = 4 * Units::size();
 
+    static auto Holds(const char16_t* place, const Anchor& anchor) {
+        return (Units(place + anchor.offset, simd::element_aligned) | anchor.mask) == anchor.value;
+    }
+
+    auto AnchorsAt(const char16_t* place) const { return Holds(place, first_) && Holds(place, second_); }
+
+    // A rare unit alone tells nearly all blocks.
     bool BlockHolds(const char16_t* block) const {
-        const char16_t* first = block + first_.offset;
-        const char16_t* second = block + second_.offset;
-        const char16_t firstMask = first_.mask;
-        const char16_t secondMask = second_.mask;
-        const char16_t firstValue = first_.value;
-        const char16_t secondValue = second_.value;
-        std::uint16_t found = 0;
-        for (std::size_t at = 0; at < kBlock; ++at) {
-            const auto firstUnit = static_cast<char16_t>(first[at] | firstMask);
-            const auto secondUnit = static_cast<char16_t>(second[at] | secondMask);
-            const auto hit = static_cast<std::uint16_t>(firstUnit == firstValue) &
-                             static_cast<std::uint16_t>(secondUnit == secondValue);
-            found = static_cast<std::uint16_t>(found | hit);
+        if (first_.rarity == kRare) {
+            return AnyOfFour(block, [this](const char16_t* place) { return Holds(place, first_); });
         }
-        return found != 0;
+        return AnyOfFour(block, [this](const char16_t* place) { return AnchorsAt(place); });
+    }
+
+    template <typename Test>
+    static bool AnyOfFour(const char16_t* block, Test test) {
+        const auto lower = test(block) || test(block + Units::size());
+        const auto upper = test(block + 2 * Units::size()) || test(block + 3 * Units::size());
+        return simd::any_of(lower || upper);
+    }
+
+    std::size_t AmongUnits(std::u16string_view text, std::size_t at) const {
+        auto found = AnchorsAt(text.data() + at);
+        while (simd::any_of(found)) {
+            const auto place = static_cast<std::size_t>(simd::find_first_set(found));
+            if (StandsAtOffset(text, at + place)) return at + place;
+            found[place] = false;
+        }
+        return kNowhere;
     }
 
     std::size_t Plainly(std::u16string_view text, std::size_t from, std::size_t last) const {
@@ -142,12 +173,28 @@ Position ToPosition(std::size_t offset) {
     return offset == kNowhere ? 0 : static_cast<Position>(offset) + 1;
 }
 
+// The first offset of one unit, told by case.
+std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t at) {
+    const Units wanted(unit);
+    for (; at + Units::size() <= text.size(); at += Units::size()) {
+        const auto found = Units(text.data() + at, simd::element_aligned) == wanted;
+        if (simd::any_of(found)) return at + static_cast<std::size_t>(simd::find_first_set(found));
+    }
+    return text.find(unit, at);
+}
+
+bool HasOneCase(char16_t unit) {
+    return unit < 0x80 && !IsLetter(unit);
+}
+
 template <typename Rule>
 Position FindBy(std::u16string_view text, std::u16string_view what, Position start) {
     if (start < 1) Raise(kInvalidCall);
     if (start > Length(text)) return 0;
     if (what.empty()) return start;
-    return ToPosition(Search<Rule>(what).Next(text, static_cast<std::size_t>(start) - 1));
+    const std::size_t from = static_cast<std::size_t>(start) - 1;
+    if (what.size() == 1 && HasOneCase(what.front())) return ToPosition(FindUnit(text, what.front(), from));
+    return ToPosition(Search<Rule>(what).Next(text, from));
 }
 
 // What does not grow is moved together within the text; what grows is built beside it.
@@ -194,6 +241,22 @@ Position Find(std::u16string_view text, std::u16string_view what, Position start
 
 Position FindExactly(std::u16string_view text, std::u16string_view what, Position start) {
     return FindBy<SameUnit>(text, what, start);
+}
+
+Position FindFirstOf(std::u16string_view text, std::u16string_view units, Position start) {
+    constexpr std::size_t kMostUnits = 12;
+    if (start < 1 || units.size() > kMostUnits) Raise(kInvalidCall);
+    std::array<Units, kMostUnits> wanted;
+    std::ranges::copy(units, wanted.begin());
+    std::size_t at = static_cast<std::size_t>(start) - 1;
+    for (; at + Units::size() <= text.size(); at += Units::size()) {
+        const Units block(text.data() + at, simd::element_aligned);
+        Units::mask_type found(false);
+        for (std::size_t unit = 0; unit < units.size(); ++unit) found = found || block == wanted[unit];
+        if (simd::any_of(found))
+            return ToPosition(at + static_cast<std::size_t>(simd::find_first_set(found)));
+    }
+    return at > text.size() ? 0 : ToPosition(text.find_first_of(units, at));
 }
 
 Position FindBackward(std::u16string_view text, std::u16string_view what, Position start) {

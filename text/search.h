@@ -19,6 +19,10 @@ Position Find(std::u16string_view text, std::u16string_view what, Position start
 // The same, telling upper from lower case.
 Position FindExactly(std::u16string_view text, std::u16string_view what, Position start = 1);
 
+// The first place at or behind `start` where one of these units stands, told by case; 0 when there is none.
+// Raises 5 for a start below 1 and for more than a dozen units.
+Position FindFirstOf(std::u16string_view text, std::u16string_view units, Position start = 1);
+
 // The last place where `what` stands and ends at or before `start`, ignoring case. A start of -1 is the end
 // of the text. Raises 5 for a start of 0 or below -1.
 Position FindBackward(std::u16string_view text, std::u16string_view what, Position start = -1);

@@ -1,5 +1,8 @@
 #include "translate/DiscusProcessFormatting.h"
 
+#include <algorithm>
+#include <array>
+
 #include "control/RoutineHandler.h"
 
 namespace tessaly {
@@ -38,31 +41,70 @@ void RewriteClosings(ConversionState& state, std::u16string& text, const std::ve
     }
 }
 
+// Tells which of the tags that become BBCode a text holds at all. Most hold few, and each replacement looks
+// through the whole text.
+class HeldTags {
+  public:
+    explicit HeldTags(std::u16string_view text) {
+        for (Position at = Find(text, u"<"); at != 0; at = Find(text, u"<", at + 1)) {
+            if (FindFirstOf(Between(text, at, at + 2), u"fFbBcC/") == 0) continue;
+            for (std::size_t tag = 0; tag < std::size(kTags); ++tag) {
+                isHeld_[tag] = isHeld_[tag] || StandsAt(text, at, kTags[tag]);
+            }
+        }
+    }
+
+    bool Hold(std::u16string_view tag) const {
+        return isHeld_[static_cast<std::size_t>(std::ranges::find(kTags, tag) - kTags)];
+    }
+
+    void Replace(std::u16string& text, std::u16string_view tag, std::u16string_view with) const {
+        if (Hold(tag)) ReplaceAll(text, tag, with);
+    }
+
+  private:
+    static constexpr std::u16string_view kTags[] = {kSize,       kFace,       kColor,       u"<b>",
+                                                    u"</b>",     u"<center>", u"</center>", u"</font>",
+                                                    u"</color>", u"</size>"};
+    std::array<bool, std::size(kTags)> isHeld_{};
+};
+
+void CloseOpenings(ConversionState& state, const HeldTags& held, std::u16string& text) {
+    for (const std::u16string_view opening : {kSize, kFace, kColor}) {
+        if (held.Hold(opening)) CloseFontTagOpenings(state, text, opening);
+    }
+}
+
 }  // namespace
 
+// The order of the steps decides; those that have nothing to replace are left out.
 std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string_view body) try {
     std::u16string text(body);
     std::vector<TagPair> pairs;
     if (PairFontTags(state, text, u"<font ", u"</font>", pairs)) RewriteClosings(state, text, pairs);
     RemoveAll(text, u"\"");
-    ReplaceAll(text, u"=-", u"=");
-    ReplaceAll(text, u"=+", u"=");
-    CloseFontTagOpenings(state, text, kSize);
-    CloseFontTagOpenings(state, text, kFace);
-    CloseFontTagOpenings(state, text, kColor);
-    ReplaceAll(text, u"<b>", u"[b]");
-    ReplaceAll(text, u"size= ", u"size=");
-    ReplaceAll(text, u"<center>", u"[center]");
-    ReplaceAll(text, kFace, u"[font=");
-    ReplaceAll(text, kSize, u"[size=");
-    ReplaceAll(text, kColor, u"[color=");
-    ReplaceAll(text, u"color=ff0000]", u"color=red]");
-    ReplaceAll(text, u"color=000000]", u"color=black]");
-    ReplaceAll(text, u"</b>", u"[/b]");
-    ReplaceAll(text, u"</font>", u"[/font]");
-    ReplaceAll(text, u"</color>", u"[/color]");
-    ReplaceAll(text, u"</size>", u"[/size]");
-    ReplaceAll(text, u"</center>", u"[/center]");
+    const bool holdsEqualsSign = Contains(text, u"=");
+    if (holdsEqualsSign) {
+        ReplaceAll(text, u"=-", u"=");
+        ReplaceAll(text, u"=+", u"=");
+    }
+    const HeldTags held(text);
+    CloseOpenings(state, held, text);
+    held.Replace(text, u"<b>", u"[b]");
+    if (holdsEqualsSign) ReplaceAll(text, u"size= ", u"size=");
+    held.Replace(text, u"<center>", u"[center]");
+    held.Replace(text, kFace, u"[font=");
+    held.Replace(text, kSize, u"[size=");
+    held.Replace(text, kColor, u"[color=");
+    if (holdsEqualsSign) {
+        ReplaceAll(text, u"color=ff0000]", u"color=red]");
+        ReplaceAll(text, u"color=000000]", u"color=black]");
+    }
+    held.Replace(text, u"</b>", u"[/b]");
+    held.Replace(text, u"</font>", u"[/font]");
+    held.Replace(text, u"</color>", u"[/color]");
+    held.Replace(text, u"</size>", u"[/size]");
+    held.Replace(text, u"</center>", u"[/center]");
     ReplaceAll(text, u"[/colo]", u"[/color]");
     state.ToolboxA.KeepResponsive();
     return text;

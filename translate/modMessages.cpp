@@ -71,10 +71,22 @@ Poster ResolvePoster(ConversionState& state, const PageOfPosts& page, std::u16st
     return AddPoster(state, page, std::move(name));
 }
 
-std::u16string PostNumberOf(ConversionState& state, std::u16string_view section) {
-    std::u16string value(FirstTagSection(state, section, kPost, u"<!--/Post: "));
-    RemoveAll(value, kPost);
-    return std::u16string(LeadingDigits(value));
+// The digits at the head of what stands behind the opening tag. Each further opening tag counts as not there.
+std::u16string PostNumberOf(std::u16string_view section) {
+    std::u16string head;
+    Position at = 1;
+    while (at <= Length(section)) {
+        if (StandsAt(section, at, kPost)) {
+            at += Length(kPost);
+            continue;
+        }
+        const char16_t unit = section[static_cast<std::size_t>(at) - 1];
+        const bool isDigit = unit >= u'0' && unit <= u'9';
+        if (!isDigit && unit != u' ') break;
+        head += unit;
+        ++at;
+    }
+    return std::u16string(LeadingDigits(head));
 }
 
 std::int32_t TimeOf(ConversionState& state, std::u16string_view section) {
@@ -114,7 +126,7 @@ void NoteOrder(PageOfPosts& page, std::int32_t time, std::int32_t posterNumber) 
 }
 
 void ProcessPost(ConversionState& state, PageOfPosts& page, std::u16string_view section) {
-    const std::u16string postNumber = PostNumberOf(state, section);
+    const std::u16string postNumber = PostNumberOf(section);
     const Poster poster = ResolvePoster(state, page, section);
     CountPoster(state, poster.number);
     const std::int32_t time = TimeOf(state, section);
