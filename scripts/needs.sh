@@ -41,16 +41,16 @@ install_packages() {
 }
 
 need() {
-    local purpose package missing=()
+    local purpose package packages=() missing=()
+    for purpose; do
+        for package in $(packages_for "$purpose"); do packages+=("$package"); done
+    done
     if ! command -v apt-get >/dev/null; then
-        echo "There is no apt-get here. What Debian calls $(for purpose; do packages_for "$purpose"; done | xargs)"
-        echo "is needed; going on as if it is there."
+        echo "There is no apt-get here. Needed is what Debian calls ${packages[*]}; going on as if it is there."
         return
     fi
-    for purpose; do
-        for package in $(packages_for "$purpose"); do
-            is_installed "$package" || missing+=("$package")
-        done
+    for package in "${packages[@]}"; do
+        is_installed "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
     if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
@@ -60,5 +60,4 @@ need() {
     install_packages "${missing[@]}"
 }
 
-# What is in the cache of a compiler cache is not compiled again.
 if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
