@@ -5,6 +5,7 @@
 #include "cli/ProgressLine.h"
 #include "cli/report.h"
 #include "control/cmdConvert.h"
+#include "control/troubledFiles.h"
 #include "platform/console.h"
 #include "text/numbers.h"
 
@@ -52,6 +53,11 @@ std::optional<std::u16string> Convert(ConversionState& state, Screen& screen, co
             screen.progress = std::make_unique<ProgressLine>(state);
         }
         cmdConvert_Click(state);
+        const std::u16string trouble = TroubledFilesText(state);
+        if (!trouble.empty()) {
+            screen.messages.push_back(trouble);
+            platform::WriteError(WithoutControls(trouble));
+        }
         return {};
     } catch (...) {
         const RunTimeError error = CurrentError();

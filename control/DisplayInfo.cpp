@@ -1,6 +1,7 @@
 #include "control/DisplayInfo.h"
 
 #include "control/RoutineHandler.h"
+#include "control/troubledFiles.h"
 #include "platform/TextFile.h"
 
 namespace tessaly {
@@ -45,8 +46,12 @@ void WriteToErrorLog(ConversionState& state, std::u16string_view text) {
 void DisplayInfo(ConversionState& state, std::u16string_view text, bool forceShow, bool forceLog,
                  bool writeErrorLog) try {
     if (forceShow || state.optDisplay) ShowInArea(state, text);
-    if ((forceLog || state.optLog) && state.LogFile.Stream != nullptr) WriteToLog(state, text);
-    if (writeErrorLog && state.LogErrorFile.Stream) WriteToErrorLog(state, text);
+    if ((forceLog || state.optLog) && state.LogFile.Stream != nullptr) {
+        WithFile(state, state.LogFileName, [&] { WriteToLog(state, text); });
+    }
+    if (writeErrorLog && state.LogErrorFile.Stream) {
+        WithFile(state, state.LogErrorFileName, [&] { WriteToErrorLog(state, text); });
+    }
     state.ToolboxA.KeepResponsive();
 } catch (...) {
     RoutineHandler(state, u" - DisplayInfo()", CurrentError());

@@ -74,6 +74,7 @@ struct RunProgress {
     std::int64_t RowsWritten = 0;
     bool WasCancelled = false;  // `CancelRequested` as it was when the summary was made
     bool SummaryShown = false;
+    std::vector<std::u16string> TroubledFiles;  // that could not be read or written, in order of trouble
 };
 
 // The one set of run-wide variables, read and written by name by every routine.

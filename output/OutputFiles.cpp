@@ -3,6 +3,7 @@
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
 #include "control/deleting.h"
+#include "control/troubledFiles.h"
 #include "platform/TextFile.h"
 #include "platform/TextStream.h"
 #include "platform/files.h"
@@ -54,18 +55,26 @@ void CleanOutputFolder(const ConversionState& state) {
 void OpenLogs(ConversionState& state) {
     state.LogFile.Stream.reset();
     state.LogErrorFile.Stream = false;
-    state.LogFile.Stream =
-        std::make_shared<TextFile>(state.LogFileName, OpenMode::kWriting, TextFormat::kUnicode);
-    TextFile errors(state.LogErrorFileName, OpenMode::kWriting, TextFormat::kUnicode);
-    state.LogErrorFile.Stream = true;
-    errors.WriteLine(u"\r\n");
-    errors.Close();
+    WithFile(state, state.LogFileName, [&] {
+        state.LogFile.Stream =
+            std::make_shared<TextFile>(state.LogFileName, OpenMode::kWriting, TextFormat::kUnicode);
+    });
+    WithFile(state, state.LogErrorFileName, [&] {
+        TextFile errors(state.LogErrorFileName, OpenMode::kWriting, TextFormat::kUnicode);
+        state.LogErrorFile.Stream = true;
+        errors.WriteLine(u"\r\n");
+        errors.Close();
+    });
 }
 
-// The full file takes its statement under its old name. Any "xxx" of the path is replaced from the second
+void Save(ConversionState& state, OutputFile& file) {
+    WithFile(state, file.Name, [&file] { file.Stream->SaveToFile(file.Name); });
+}
+
+// The full file takes its statementunder its old name. Any "xxx" of the path is replaced from the second
 // file on, in whatever case, unlike in the first name.
 void Rotate(ConversionState& state, OutputFile& file, std::u16string_view table) {
-    file.Stream->SaveToFile(file.Name);
+    Save(state, file);
     file.Stream = std::make_shared<TextStream>(state.Charset);
     if (!table.empty()) CreateImportSQL(state, file.Name, table);
     file.Size = 0;
@@ -110,12 +119,16 @@ void WriteFileLine(ConversionState& state, std::u16string_view line, OutputFile&
 void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16string_view table) try {
     std::u16string path = platform::WithNativeSeparators(name);
     ReplaceAll(path, u"\\", u"\\\\");
-    TextFile script(state.mybbOutputFolder + std::u16string(kScriptName), OpenMode::kAppending,
-                    TextFormat::kSystemDefault);
-    script.WriteLine(u"LOAD DATA LOCAL INFILE '" + path + u"' INTO TABLE " + std::u16string(table) +
-                     u"\r\nFIELDS TERMINATED BY ','\r\n"
-                     u"ENCLOSED BY '\"'LINES TERMINATED BY '\\r\\n';\r\n\r\n");
-    script.Close();
+    const std::u16string script = state.mybbOutputFolder + std::u16string(kScriptName);
+    const std::u16string statement = u"LOAD DATA LOCAL INFILE '" + path + u"' INTO TABLE " +
+                                     std::u16string(table) +
+                                     u"\r\nFIELDS TERMINATED BY ','\r\n"
+                                     u"ENCLOSED BY '\"'LINES TERMINATED BY '\\r\\n';\r\n\r\n";
+    WithFile(state, script, [&] {
+        TextFile file(script, OpenMode::kAppending, TextFormat::kSystemDefault);
+        file.WriteLine(statement);
+        file.Close();
+    });
     state.ToolboxA.KeepResponsive();
 } catch (...) {
     RoutineHandler(state, u" - CreateImportSQL()", CurrentError());
@@ -124,7 +137,7 @@ void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16s
 void WriteFileData(ConversionState& state, std::u16string_view path, std::u16string_view text) try {
     TextStream stream(state.Charset);
     stream.WriteText(text);
-    stream.SaveToFile(path);
+    WithFile(state, path, [&] { stream.SaveToFile(path); });
     state.ToolboxA.KeepResponsive();
 } catch (...) {
     RoutineHandler(state, u" - WriteFileData()", CurrentError());
@@ -132,7 +145,7 @@ void WriteFileData(ConversionState& state, std::u16string_view path, std::u16str
 
 void FinishOutputFile(ConversionState& state, OutputFile& file, std::u16string_view table) {
     if (file.Stream == nullptr) return;
-    file.Stream->SaveToFile(file.Name);
+    Save(state, file);
     if (!table.empty()) CreateImportSQL(state, file.Name, table);
     file.Stream.reset();
 }
@@ -154,12 +167,13 @@ void mybbCloseOutputFiles(ConversionState& state) {
     };
     for (const auto& [file, table] : families) {
         if (file.Stream == nullptr) continue;
-        IgnoringErrors([&file = file] { file.Stream->SaveToFile(file.Name); });
+        IgnoringErrors([&state, &file = file] { Save(state, file); });
         if (!table.empty()) CreateImportSQL(state, file.Name, table);
         file.Stream.reset();
     }
     IgnoringErrors([&state] {
-        if (state.LogFile.Stream != nullptr) state.LogFile.Stream->Close();
+        if (state.LogFile.Stream == nullptr) return;
+        WithFile(state, state.LogFileName, [&state] { state.LogFile.Stream->Close(); });
     });
     state.LogFile.Stream.reset();
     state.LogErrorFile.Stream = false;

@@ -6,6 +6,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/troubledFiles.h"
 #include "platform/TextFile.h"
 #include "reader/SourceFiles.h"
 #include "text/split.h"
@@ -58,22 +59,25 @@ bool IsSequence(std::u16string_view text) {
 // The log of unknown sequences, opened with the first of them in a text.
 class SequenceLog {
   public:
-    explicit SequenceLog(const ConversionState& state) : state_(state) {}
+    explicit SequenceLog(ConversionState& state)
+        : state_(state), path_(state.mybbOutputFolder + u"Discus Special Characters.txt") {}
 
     void Write(std::u16string_view sequence) {
-        if (!file_) {
-            file_.emplace(state_.mybbOutputFolder + u"Discus Special Characters.txt",
-                          platform::OpenMode::kAppending, platform::TextFormat::kSingleByte);
-        }
-        file_->WriteLine(sequence);
+        WithFile(state_, path_, [&] {
+            if (!file_) {
+                file_.emplace(path_, platform::OpenMode::kAppending, platform::TextFormat::kSingleByte);
+            }
+            file_->WriteLine(sequence);
+        });
     }
 
     void Close() {
-        if (file_) file_->Close();
+        if (file_) WithFile(state_, path_, [this] { file_->Close(); });
     }
 
   private:
-    const ConversionState& state_;
+    ConversionState& state_;
+    std::u16string path_;
     std::optional<TextFile> file_;
 };
 

@@ -4,6 +4,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/troubledFiles.h"
 #include "platform/files.h"
 #include "reader/TagScanning.h"
 #include "text/numbers.h"
@@ -82,9 +83,11 @@ std::int32_t LengthOf(std::u16string_view path) {
 
 void TakeFile(ConversionState& state, const std::u16string& source, std::int32_t memberNumber) {
     clsTblAttachments row;
-    row.filesize = LengthOf(source);
+    WithFile(state, source, [&] {
+        row.filesize = LengthOf(source);
+        row.posthash = MD5HashString(source);
+    });
     row.filetype = From(source, FindBackward(source, u".") + 1);
-    row.posthash = MD5HashString(source);
     state.AttachmentCounter = Add(state.AttachmentCounter, 1);
     row.aid = state.AttachmentCounter;
     row.pid = memberNumber;
@@ -94,7 +97,8 @@ void TakeFile(ConversionState& state, const std::u16string& source, std::int32_t
     std::u16string text;
     row.BuildString(text);
     state.PageAttachmentRows.Add(ToText(state.PageAttachmentRows.Count() + 1), text);
-    platform::CopyFile(source, state.mybbAttachmentsFolder + u"\\" + ToText(row.aid) + u"_" + row.posthash);
+    const std::u16string copy = state.mybbAttachmentsFolder + u"\\" + ToText(row.aid) + u"_" + row.posthash;
+    WithFile(state, copy, [&] { platform::CopyFile(source, copy); });
 }
 
 }  // namespace
