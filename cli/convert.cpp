@@ -4,6 +4,7 @@
 
 #include "cli/ProgressLine.h"
 #include "cli/report.h"
+#include "control/NameProgram.h"
 #include "control/cmdConvert.h"
 #include "control/troubledFiles.h"
 #include "platform/console.h"
@@ -45,9 +46,14 @@ void HookIn(ConversionState& state, Screen& screen, const Options& options) {
     platform::NoteInterrupts();
 }
 
+void TellOf(const std::u16string& note) {
+    if (!note.empty()) platform::WriteError(note + u"\n");
+}
+
 std::optional<std::u16string> Convert(ConversionState& state, Screen& screen, const Options& options) {
     try {
         StartProgram(state, options);
+        if (options.ini.empty() && !options.quiet) TellOf(SettingsNote(state));
         FillFields(state, options);
         if (!options.quiet && platform::ErrorsGoToTerminal()) {
             screen.progress = std::make_unique<ProgressLine>(state);

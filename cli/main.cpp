@@ -13,8 +13,8 @@ constexpr const char* kAbout =
 constexpr const char* kFooter = R"(
 A run only reads the board. It DELETES the output folder and builds it anew.
 
-Settings that are not given come from the .ini file beside the program, where each given one is kept for the
-next run.
+Settings that are not given come from the .ini file beside the program, or in the user's configuration folder
+where the program's own cannot be written. Each given one is kept there for the next run.
 
 Example:
   tessaly-cli convert --root /srv/discus-copy --output /srv/import --website http://www.old.example/discus/ \

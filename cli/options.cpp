@@ -1,14 +1,12 @@
 #include "cli/options.h"
 
 #include <algorithm>
-#include <filesystem>
 
+#include "control/NameProgram.h"
 #include "control/Settings.h"
 #include "platform/charset.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-
-namespace fs = std::filesystem;
 
 namespace tessaly {
 
@@ -67,11 +65,7 @@ std::string CompleteFolders(Options& options) {
 }
 
 void StartProgram(ConversionState& state, const Options& options) {
-    const fs::path program = platform::ToNative(platform::ProgramFile());
-    state.ProgramName = platform::ToPathText(program.filename());
-    state.ProgramFolder = platform::ToPathText(program.parent_path());
-    if (!options.programFolder.empty()) state.ProgramFolder = FolderText(options.programFolder);
-    if (!options.ini.empty()) state.SettingsFile = FolderText(options.ini);
+    NameProgram(state, FolderText(options.programFolder), FolderText(options.ini));
     Form_Load(state);
 }
 

@@ -59,10 +59,7 @@ void Form_Load(ConversionState& state) {
     state.DefaultGroupCount = 7;
     state.Caption.SetText(state.Caption.Text + u" - Version " + Version());
     state.IniFile = state.SettingsFile;
-    if (state.IniFile.empty()) {
-        state.IniFile = ToolboxLibrary::AddBackslash(state.ProgramFolder) +
-                        std::u16string(WithoutExtension(state.ProgramName)) + u".ini";
-    }
+    if (state.IniFile.empty()) state.IniFile = IniFileIn(state.ProgramFolder, state.ProgramName);
     FillText(state, u"DiscusWebsite", state.txtDiscusWebsite);
     FillText(state, u"mybbForumAddr", state.txtmybbForumAddr);
     FillText(state, u"SplitMBSize", state.txtSplitMBSize);
@@ -221,6 +218,10 @@ std::u16string StripTrailingSlash(std::u16string_view text) {
 std::u16string StripTrailingBackslash(std::u16string_view text) {
     if (text.ends_with(u'\\')) text.remove_suffix(1);
     return std::u16string(text);
+}
+
+std::u16string IniFileIn(std::u16string_view folder, std::u16string_view programName) {
+    return ToolboxLibrary::AddBackslash(folder) + std::u16string(WithoutExtension(programName)) + u".ini";
 }
 
 void SaveSetting(ConversionState& state, std::u16string_view key, std::u16string_view value) {

@@ -40,6 +40,9 @@ void cmdBrowseOutput_Click(ConversionState& state);
 std::u16string StripTrailingSlash(std::u16string_view text);
 std::u16string StripTrailingBackslash(std::u16string_view text);
 
+// The settings file of a program in a folder: named like the program.
+std::u16string IniFileIn(std::u16string_view folder, std::u16string_view programName);
+
 // Writes one key of the section "Settings".
 void SaveSetting(ConversionState& state, std::u16string_view key, std::u16string_view value);
 

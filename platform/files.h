@@ -21,6 +21,9 @@ bool FileExistsWithin(std::u16string_view path, const std::vector<std::u16string
 // Whether the folder exists, spelled just so.
 bool FolderExists(std::u16string_view path);
 
+// Whether the operator may create files in the folder.
+bool CanWriteInto(std::u16string_view folder);
+
 // All bytes of a source file. Raises 3002 when it cannot be opened, 57 when reading stops in the middle.
 std::string ReadWholeFile(std::u16string_view path);
 

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -7,6 +8,7 @@
 #include "platform/NativeText.h"
 #include "platform/charset.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 
 namespace fs = std::filesystem;
@@ -74,6 +76,18 @@ std::u16string HomeFolder() {
         return ToPathText(home);
     const passwd* const user = ::getpwuid(::getuid());
     return user == nullptr ? std::u16string() : ToPathText(user->pw_dir);
+}
+
+std::u16string UserSettingsFolder() {
+    // A relative path is to be passed over.
+    if (const char* const folder = std::getenv("XDG_CONFIG_HOME"); folder != nullptr && *folder == '/')
+        return ToPathText(fs::path(folder) / "tessaly");
+    const std::u16string home = HomeFolder();
+    return home.empty() ? home : home + u"\\.config\\tessaly";
+}
+
+bool CanWriteInto(std::u16string_view folder) {
+    return ::faccessat(AT_FDCWD, ToNative(folder).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 std::u16string MomentText(std::time_t moment) {

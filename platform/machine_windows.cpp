@@ -6,6 +6,7 @@
 
 #include "platform/NativeText.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 
 namespace fs = std::filesystem;
@@ -37,6 +38,22 @@ std::u16string HomeFolder() {
     wchar_t folder[MAX_PATH];
     const HRESULT result = ::SHGetFolderPathW(nullptr, CSIDL_PROFILE, nullptr, SHGFP_TYPE_CURRENT, folder);
     return FAILED(result) ? std::u16string() : ToPathText(folder);
+}
+
+std::u16string UserSettingsFolder() {
+    const wchar_t* const folder = ::_wgetenv(L"APPDATA");
+    if (folder == nullptr || *folder == L'\0') return {};
+    return ToPathText(fs::path(folder) / "Tessaly");
+}
+
+// Only trying tells: rights are inherited from many places.
+bool CanWriteInto(std::u16string_view folder) {
+    const std::wstring file = LongPath(ToNative(std::u16string(folder) + u"\\tessaly-tries-to-write.tmp"));
+    const HANDLE handle = ::CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                        FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return false;
+    ::CloseHandle(handle);
+    return true;
 }
 
 std::u16string MomentText(std::time_t moment) {

@@ -33,4 +33,8 @@ std::u16string ProgramFile();
 // The operator's home folder; empty when the system tells none.
 std::u16string HomeFolder();
 
+// The folder of the operator's own settings of this program, which need not be there; empty when the system
+// tells none.
+std::u16string UserSettingsFolder();
+
 }  // namespace tessaly::platform
