@@ -21,8 +21,10 @@ constexpr int kClosed = -1;
 
 int Open(const std::filesystem::path& path, int flags) {
     const int handle = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
-    if (handle < 0) RaiseLast();
-    return handle;
+    if (handle >= 0) return handle;
+    // A file that would be created can only miss its folder.
+    if ((flags & O_CREAT) != 0 && errno == ENOENT) Raise(kPathNotFound);
+    RaiseLast();
 }
 
 int ToHandle(std::intptr_t handle) {
