@@ -72,10 +72,11 @@ show_table() {
     echo "Redirection pages:  $(find out/redirect -type f 2>/dev/null | wc -l)"
 }
 
-# The first line is UTF-16 and empty, ten bytes with its mark; all others are UTF-8.
+# The first line is UTF-16 and empty, ten bytes with its mark; all others are UTF-8. Control characters of a
+# board's texts must not reach the terminal.
 trouble() {
     tail -c +11 out/LogError.txt | tr -d '\000-\010\013-\037\177' |
-        sed -e '/^$/d' -e '/^Conversion Start Time: /d'
+        LC_ALL=C sed -e 's/\xC2[\x80-\x9F]//g' -e '/^$/d' -e '/^Conversion Start Time: /d'
 }
 
 show_trouble() {
