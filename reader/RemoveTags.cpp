@@ -1,7 +1,10 @@
 #include "reader/RemoveTags.h"
 
 #include <cstdint>
+#include <string_view>
+#include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 #include "text/folding.h"
 #include "text/search.h"
@@ -22,34 +25,46 @@ std::uint64_t HashOf(std::u16string_view tag) {
     return hash;
 }
 
-// What could be a tag but stands inside another one: each "<" behind the first "<" of a stretch up to a ">".
-// A tag that stands there too must be removed there at once, since that changes the tag around it. Any other
-// tag can wait until it is the first one: nothing between it and the ">" before it is a tag's beginning.
-class InnerTags {
+// A tag with further "<" in it, each of which begins a tag of its own with the same end.
+bool IsNest(std::u16string_view tag) {
+    return tag.find(u'<', 1) != std::u16string_view::npos;
+}
+
+// How often each tag stands in the nests of a text. Where a tag stands there, removing it changes the tag
+// around it.
+class NestedTags {
   public:
-    explicit InnerTags(std::u16string_view text) {
-        Position open = Find(text, u"<");
-        while (open != 0) {
+    explicit NestedTags(std::u16string_view text) {
+        Position from = 1;
+        for (Position open = Find(text, u"<"); open != 0; open = Find(text, u"<", from)) {
             const Position close = Find(text, u">", open);
             if (close == 0) return;
-            const Position inner = Find(text, u"<", open + 1);
-            if (inner != 0 && inner < close) NoteAll(Between(text, inner, close + 1));
-            open = Find(text, u"<", close);
+            from = close + 1;
+            const std::u16string_view tag = Between(text, open, from);
+            if (IsNest(tag)) Count(tag, 1);
         }
     }
 
-    bool Hold(std::u16string_view tag) const { return !hashes_.empty() && hashes_.contains(HashOf(tag)); }
+    bool Hold(std::u16string_view tag) const {
+        const auto count = counts_.find(HashOf(tag));
+        return count != counts_.end() && count->second > 0;
+    }
+
+    // The tag is gone from the text.
+    void Forget(std::u16string_view tag) {
+        if (IsNest(tag)) Count(tag, -1);
+    }
 
   private:
-    void NoteAll(std::u16string_view stretch) {
+    void Count(std::u16string_view nest, int times) {
         std::uint64_t hash = 0;
-        for (std::size_t at = stretch.size(); at > 0; --at) {
-            hash = Extend(hash, stretch[at - 1]);
-            if (stretch[at - 1] == u'<') hashes_.insert(hash);
+        for (std::size_t at = nest.size(); at > 0; --at) {
+            hash = Extend(hash, nest[at - 1]);
+            if (nest[at - 1] == u'<') counts_[hash] += times;
         }
     }
 
-    std::unordered_set<std::uint64_t> hashes_;
+    std::unordered_map<std::uint64_t, int> counts_;
 };
 
 // For a text in which no tag holds a "<" of another: each goes where it stands. False, and nothing changed,
@@ -72,29 +87,51 @@ bool RemoveSimpleTags(std::u16string& text, Position open) {
     return true;
 }
 
+// The text without those of its tags that are among some others.
+std::u16string WithoutTagsAmong(std::u16string_view text, const std::vector<std::u16string_view>& others) {
+    std::unordered_set<std::u16string> removed;
+    for (const std::u16string_view tag : others) removed.insert(Folded(tag));
+    std::u16string kept;
+    Position from = 1;
+    for (Position open = Find(text, u"<"); open != 0; open = Find(text, u"<", from)) {
+        const Position close = Find(text, u">", open);
+        if (close == 0) break;
+        const bool isRemoved = removed.contains(Folded(Between(text, open, close + 1)));
+        kept += Between(text, from, isRemoved ? open : close + 1);
+        from = close + 1;
+    }
+    kept += From(text, from);
+    return kept;
+}
+
 }  // namespace
 
+// A tag that stands in no nest can wait in its other places until each is the first one there: removing it
+// joins nothing that could become a tag. It waits only until a nest changes, which may swallow what follows.
 void RemoveTags(std::u16string& text) {
     Position open = Find(text, u"<");
     if (open == 0 || RemoveSimpleTags(text, open)) return;
-    InnerTags innerTags(text);
+    NestedTags nested(text);
+    std::vector<std::u16string_view> waiting;
     std::u16string done;
-    std::u16string_view rest = text;
     std::u16string changed;
+    std::u16string_view rest = text;
     while (open != 0) {
         const Position close = Find(rest, u">", open);
         if (close == 0) break;
         const std::u16string_view tag = Between(rest, open, close + 1);
         done += Between(rest, 1, open);
-        if (innerTags.Hold(tag)) {
-            const std::u16string removed(tag);
-            std::u16string others(From(rest, close + 1));
-            RemoveAll(others, removed);
+        rest = From(rest, close + 1);
+        nested.Forget(tag);
+        if (nested.Hold(tag)) {
+            std::u16string others = WithoutTagsAmong(rest, waiting);
+            RemoveAll(others, tag);
             changed = std::move(others);
             rest = changed;
-            innerTags = InnerTags(rest);
+            nested = NestedTags(rest);
+            waiting.clear();
         } else {
-            rest = From(rest, close + 1);
+            waiting.push_back(tag);
         }
         open = Find(rest, u"<");
     }
