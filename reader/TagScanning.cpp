@@ -60,8 +60,7 @@ void GetPostTags(Position position, std::u16string_view text, std::u16string& op
     const Position end = Find(text, u"-->", position);
     openTag = Between(text, position, end);
     openTag += u"-->";
-    closeTag = openTag;
-    closeTag.insert(4, u"/");
+    closeTag = openTag.substr(0, 4) + u"/" + std::u16string(From(openTag, 5));
 }
 
 std::u16string RemoveTagInformation(ConversionState& state, std::u16string_view text) try {
