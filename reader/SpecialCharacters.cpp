@@ -20,6 +20,10 @@ using platform::TextFile;
 constexpr Position kShortest = 4;
 constexpr Position kLongest = 10;
 
+// A character file whose replacements bring their own sequences back makes a text grow without end.
+constexpr std::size_t kMostGrowth = 16;
+constexpr std::size_t kPageSize = 4096;
+
 // A column of just three characters gives its middle one: it may be a blank, or a back-quote, between marks.
 std::u16string ReplacementOf(std::u16string_view column) {
     if (column.size() == 3) return std::u16string(column.substr(1, 1));
@@ -156,6 +160,7 @@ bool Respell(std::u16string& text, const std::u16string& spelling) {
 // stands for itself need not be looked through again while the text stays the same.
 void ReplaceOneByOne(ConversionState& state, std::u16string& text, SequenceLog& log) {
     std::unordered_map<std::u16string, std::size_t> spelledAt;
+    const std::size_t mostSize = text.size() * kMostGrowth + kPageSize;
     std::size_t changes = 1;
     Position semicolon = 0;
     for (Position at = Find(text, u"&"); at != 0; at = Find(text, u"&", at + 1)) {
@@ -168,6 +173,7 @@ void ReplaceOneByOne(ConversionState& state, std::u16string& text, SequenceLog& 
             AddUnknown(state, sequence, log);
         } else if (!EqualIgnoringCase(sequence, *replacement)) {
             ReplaceAll(text, sequence, *replacement);
+            if (text.size() > mostSize) Raise(kOutOfMemory);
             ++changes;
             semicolon = 0;
         } else if (std::size_t& spelled = spelledAt[*replacement]; spelled != changes) {

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <random>
 
-#include "control/Settings.h"
 #include "platform/paths.h"
 
 namespace fs = std::filesystem;
@@ -33,7 +32,13 @@ std::unique_ptr<ConversionState> FuzzBoard::NewState() const {
     auto state = std::make_unique<ConversionState>();
     state->ProgramFolder = Path("program");
     state->ProgramName = u"fuzz";
-    Form_Load(*state);
+    // The form's load would read its file anew for each input.
+    state->IniFile = Path("fuzz.ini");
+    state->optCreateRedirectionFiles = true;
+    state->optFindDiscusSpecialCharacters = true;
+    state->optCreateAttachments = true;
+    state->optCreateHiddenTopics = true;
+    state->optDisplay = true;
     state->DiscusRootFolder = Path("source") + u"\\";
     state->DiscusMessageFolder = Path("source/discus/messages") + u"\\";
     state->DiscusSecureMessageFolder = Path("source/discus_admin_1/secure") + u"\\";

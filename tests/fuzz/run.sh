@@ -20,8 +20,10 @@ fi
 for target in "${targets[@]}"; do
     mkdir -p "build/fuzz/inputs/$target"
     echo "fuzzing $target for $seconds s"
+    log="build/fuzz/$target.log"
     "build/fuzz/bin/${target}_fuzz" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -max_len=20000 \
-        -dict=tests/fuzz/board.dict -artifact_prefix="build/fuzz/" -print_final_stats=0 -verbosity=0 \
-        "build/fuzz/inputs/$target" "tests/fuzz/corpus/$target"
+        -dict=tests/fuzz/board.dict -artifact_prefix="build/fuzz/" "build/fuzz/inputs/$target" \
+        "tests/fuzz/corpus/$target" >"$log" 2>&1 || { tail -n 60 "$log" >&2; exit 1; }
+    tail -n 1 "$log"
 done
 echo "${#targets[@]} passed, 0 failed"
