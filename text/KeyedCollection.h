@@ -19,12 +19,19 @@ namespace tessaly {
 template <typename Item>
 class KeyedCollection {
   public:
+    KeyedCollection() = default;
+    KeyedCollection(KeyedCollection&&) = default;
+    KeyedCollection& operator=(KeyedCollection&&) = default;
+    // The keys of a copy would lead to the items of the other.
+    KeyedCollection(const KeyedCollection&) = delete;
+    KeyedCollection& operator=(const KeyedCollection&) = delete;
+
     // Raises 457 when the key is there already, in whatever case.
     void Add(std::u16string_view key, Item item) { Insert(items_.end(), key, std::move(item)); }
 
-    // The same, in front of the item that stands at `position`, counted from 1. Raises 9 when there is none.
+    // The same, in front of the item that stands at `position`, counted from 1. Raises 5 when there is none.
     void AddBefore(std::u16string_view key, Item item, std::int32_t position) {
-        if (position < 1 || static_cast<std::size_t>(position) > items_.size()) Raise(kSubscriptOutOfRange);
+        if (position < 1 || static_cast<std::size_t>(position) > items_.size()) Raise(kInvalidCall);
         Insert(std::next(items_.begin(), position - 1), key, std::move(item));
     }
 
@@ -58,10 +65,13 @@ class KeyedCollection {
   private:
     using Items = std::list<std::pair<std::u16string, Item>>;
 
+    // The item is made before its key is entered: when memory runs out, neither is there.
     void Insert(typename Items::iterator before, std::u16string_view key, Item item) {
-        const auto [place, isNew] = places_.try_emplace(std::u16string(key));
+        Items made;
+        made.emplace_back(key, std::move(item));
+        const bool isNew = places_.try_emplace(std::u16string(key), made.begin()).second;
         if (!isNew) Raise(kKeyExists);
-        place->second = items_.emplace(before, key, std::move(item));
+        items_.splice(before, made);
     }
 
     Items items_;

@@ -246,6 +246,7 @@ Position FindExactly(std::u16string_view text, std::u16string_view what, Positio
 Position FindFirstOf(std::u16string_view text, std::u16string_view units, Position start) {
     constexpr std::size_t kMostUnits = 12;
     if (start < 1 || units.size() > kMostUnits) Raise(kInvalidCall);
+    if (start > Length(text)) return 0;
     std::array<Units, kMostUnits> wanted;
     std::ranges::copy(units, wanted.begin());
     std::size_t at = static_cast<std::size_t>(start) - 1;
@@ -256,12 +257,13 @@ Position FindFirstOf(std::u16string_view text, std::u16string_view units, Positi
         if (simd::any_of(found))
             return ToPosition(at + static_cast<std::size_t>(simd::find_first_set(found)));
     }
-    return at > text.size() ? 0 : ToPosition(text.find_first_of(units, at));
+    return ToPosition(text.find_first_of(units, at));
 }
 
 Position FindBackward(std::u16string_view text, std::u16string_view what, Position start) {
     if (start == 0 || start < -1) Raise(kInvalidCall);
-    const Position end = start == -1 ? Length(text) : std::min(start, Length(text));
+    if (start > Length(text)) return 0;
+    const Position end = start == -1 ? Length(text) : start;
     for (Position at = end - Length(what) + 1; at >= 1; --at) {
         if (StandsAt(text, at, what)) return at;
     }

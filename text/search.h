@@ -23,8 +23,9 @@ Position FindExactly(std::u16string_view text, std::u16string_view what, Positio
 // Raises 5 for a start below 1 and for more than a dozen units.
 Position FindFirstOf(std::u16string_view text, std::u16string_view units, Position start = 1);
 
-// The last place where `what` stands and ends at or before `start`, ignoring case. A start of -1 is the end
-// of the text. Raises 5 for a start of 0 or below -1.
+// The last place where `what` stands and ends at or before `start`, ignoring case; 0 when there is none, also
+// when `start` lies behind the end. A start of -1 is the end of the text. Raises 5 for a start of 0 or below
+// -1.
 Position FindBackward(std::u16string_view text, std::u16string_view what, Position start = -1);
 
 bool Contains(std::u16string_view text, std::u16string_view what);

@@ -8,6 +8,7 @@ namespace tessaly {
 std::vector<std::u16string_view> Split(std::u16string_view text, std::u16string_view delimiter) {
     std::vector<std::u16string_view> pieces;
     if (text.empty()) return pieces;
+    if (delimiter.empty()) return {text};
     Position from = 1;
     for (Position at = Find(text, delimiter); at != 0; at = Find(text, delimiter, from)) {
         pieces.push_back(Between(text, from, at));

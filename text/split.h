@@ -6,8 +6,8 @@
 
 namespace tessaly {
 
-// The pieces between the delimiters, ignoring the delimiter's case. An empty text has no piece at all. The
-// pieces are views into the text.
+// The pieces between the delimiters, ignoring the delimiter's case. An empty text has no piece at all, an
+// empty delimiter leaves the text whole. The pieces are views into the text.
 std::vector<std::u16string_view> Split(std::u16string_view text, std::u16string_view delimiter);
 
 // One piece, from 0. Raises 9 for a piece that is not there.
