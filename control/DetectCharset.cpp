@@ -1,5 +1,7 @@
 #include "control/DetectCharset.h"
 
+#include <algorithm>
+
 #include "control/Settings.h"
 #include "platform/files.h"
 #include "reader/SourceFiles.h"
@@ -35,9 +37,12 @@ std::u16string DetectCharset(ConversionState& state) {
 std::u16string FindTheFile(std::u16string_view folder, std::u16string_view pattern) {
     for (const std::u16string& subfolder : platform::Subfolders(folder)) {
         const std::u16string path = ToolboxLibrary::AddBackslash(folder) + subfolder;
-        for (const std::u16string& file : platform::Files(path)) {
-            if (FindExactly(file, pattern) != 0) return path + u"\\" + file;
-        }
+        const auto files = platform::Files(path);
+        const auto holdsPattern = [pattern](const std::u16string& file) {
+            return FindExactly(file, pattern) != 0;
+        };
+        const auto file = std::ranges::find_if(files, holdsPattern);
+        if (file != files.end()) return path + u"\\" + *file;
     }
     return {};
 }

@@ -20,8 +20,6 @@ ConversionState::ConversionState() : DataIndex(1) {
     chkFindDiscusSpecialCharacters.Value = 1;
     cmdCancel.Enabled = false;
     Caption.Text = u"Tessaly";
-    ShowMessage = [](std::u16string_view) {};
-    SetFocus = [](TextField&) {};
 }
 
 ConversionState::~ConversionState() = default;

@@ -225,8 +225,8 @@ struct ConversionState {
     std::u16string SettingsFile;
 
     // How a message box is shown, and how a field takes the focus back.
-    std::function<void(std::u16string_view)> ShowMessage;
-    std::function<void(TextField&)> SetFocus;
+    std::function<void(std::u16string_view)> ShowMessage = [](std::u16string_view) {};
+    std::function<void(TextField&)> SetFocus = [](TextField&) {};
 
     RunProgress Progress;
 };

@@ -104,7 +104,7 @@ std::u16string WithNativeSeparators(std::u16string_view path) {
 }
 
 fs::path FindSource(std::u16string_view path) {
-    const fs::path spelled = ToNative(path);
+    fs::path spelled = ToNative(path);
     if (Exists(spelled)) return spelled;
     fs::path found;
     for (const fs::path& step : spelled) {

@@ -9,7 +9,7 @@ packages_for() {
     forms) echo qt6-base-dev ;;
     database) echo mariadb-server-core mariadb-client-core ;;
     bench) echo libbenchmark-dev ;;
-    checks) echo clang clang-format-14 ;;
+    checks) echo clang clang-format-14 clang-tidy cppcheck ;;
     fuzz) echo clang libclang-rt-14-dev ;;
     windows) echo g++-mingw-w64-x86-64-posix ;;
     windows_test) echo googletest wine64 ;;

@@ -44,8 +44,8 @@ class KeyedCollection {
     // The item of a key. Raises 5 when there is no such key.
     Item& Get(std::u16string_view key) {
         Item* const item = Find(key);
-        if (item == nullptr) Raise(kInvalidCall);
-        return *item;
+        if (item != nullptr) return *item;
+        Raise(kInvalidCall);
     }
 
     // Raises 5 when there is no such key.

@@ -21,7 +21,7 @@ for target in "${targets[@]}"; do
     mkdir -p "build/fuzz/inputs/$target"
     echo "fuzzing $target for $seconds s"
     log="build/fuzz/$target.log"
-    "build/fuzz/bin/${target}_fuzz" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -max_len=20000 \
+    "build/fuzz/bin/${target}_fuzz" -max_total_time="$seconds" -timeout=120 -rss_limit_mb=2048 -max_len=20000 \
         -dict=tests/fuzz/board.dict -artifact_prefix="build/fuzz/" "build/fuzz/inputs/$target" \
         "tests/fuzz/corpus/$target" >"$log" 2>&1 || { tail -n 60 "$log" >&2; exit 1; }
     tail -n 1 "$log"
