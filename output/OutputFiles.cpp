@@ -71,7 +71,7 @@ void Save(ConversionState& state, OutputFile& file) {
     WithFile(state, file.Name, [&file] { file.Stream->SaveToFile(file.Name); });
 }
 
-// The full file takes its statementunder its old name. Any "xxx" of the path is replaced from the second
+// The full file takes its statement under its old name. Any "xxx" of the path is replaced from the second
 // file on, in whatever case, unlike in the first name.
 void Rotate(ConversionState& state, OutputFile& file, std::u16string_view table) {
     Save(state, file);
