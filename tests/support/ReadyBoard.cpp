@@ -12,6 +12,7 @@ namespace tessaly::testing {
 ReadyBoard::ReadyBoard() {
     folder.MakeFolder("output");
     state.Charset = u"utf-8";
+    state.SplitMBSize = 52428800;
     state.BoardTopicsFile = state.DiscusMessageFolder + u"board-topics.html";
     state.DiscusCgiFile = state.DiscusMessageFolder + u"discus.cgi";
     state.UserFile = state.DiscusMainFolder + u"User.txt";
