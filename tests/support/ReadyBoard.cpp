@@ -34,7 +34,7 @@ std::int32_t ReadyBoard::AddMember(std::u16string_view line) {
     return DiscusAddMember(state, Split(line, u":"));
 }
 
-std::vector<std::string> ReadyBoard::RowsOf(OutputFile& family) const {
+std::vector<std::string> ReadyBoard::RowsOf(const OutputFile& family) const {
     if (family.Stream == nullptr) return {};
     family.Stream->SaveToFile(family.Name);
     return Rows(platform::ToNative(family.Name).filename().string());

@@ -19,7 +19,7 @@ class ReadyBoard : public TestBoard {
     std::int32_t AddMember(std::u16string_view line);
 
     // What a family's rows are so far; none when no row was written or the family is finished.
-    std::vector<std::string> RowsOf(OutputFile& family) const;
+    std::vector<std::string> RowsOf(const OutputFile& family) const;
 
     // What the text area shows, which is emptied.
     std::u16string TakeArea();
