@@ -11,7 +11,8 @@ TEST(TroubledFiles, AFileThatFailsIsNotedAndTheFailurePasses) {
     ConversionState state;
     EXPECT_EQ(IgnoringErrors([&] { WithFile(state, u"\\out\\Log.txt", [] { Raise(kDiskFull); }); }), 61);
     EXPECT_EQ(TroubledFilesText(state),
-              u"These files could not be read or written. Look for a full disk, missing rights or an open file, and "
+              u"These files could not be read or written. Look for a full disk, missing rights or an open "
+              u"file, and "
               u"convert again:\r\n\\out\\Log.txt\r\n");
 }
 
