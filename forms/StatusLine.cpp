@@ -1,0 +1,81 @@
+#include "forms/StatusLine.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <algorithm>
+
+#include "platform/clock.h"
+#include "platform/files.h"
+
+namespace tessaly {
+
+namespace {
+
+QString Duration(std::int64_t milliseconds) {
+    const std::int64_t seconds = milliseconds / 1000;
+    return QStringLiteral("%1:%2:%3")
+        .arg(seconds / 3600)
+        .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
+        .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
+QLabel* AddLabel(QStatusBar* bar, const QString& name) {
+    auto* const label = new QLabel(bar);
+    label->setObjectName(name);
+    bar->addPermanentWidget(label);
+    return label;
+}
+
+}  // namespace
+
+StatusLine::StatusLine(const ConversionState& state, QStatusBar* bar)
+    : state_(state), pages_(new QProgressBar(bar)) {
+    pages_->setObjectName(QStringLiteral("statusPages"));
+    pages_->setAccessibleName(QStringLiteral("Pages read"));
+    pages_->setMaximum(1);
+    pages_->setValue(0);
+    pages_->setFormat(QString());
+    bar->addWidget(pages_, 1);
+    posts_ = AddLabel(bar, QStringLiteral("statusPosts"));
+    elapsed_ = AddLabel(bar, QStringLiteral("statusElapsed"));
+    remaining_ = AddLabel(bar, QStringLiteral("statusRemaining"));
+}
+
+void StatusLine::Begin() {
+    toRead_ = platform::CountFiles(state_.txtDiscusMessageFolder.Text, u".html");
+    if (state_.optCreateHiddenTopics) {
+        toRead_ += platform::CountFiles(state_.txtDiscusSecureMessageFolder.Text, u".html");
+    }
+    began_ = platform::SteadyMilliseconds();
+    isRunning_ = true;
+}
+
+void StatusLine::Refresh() {
+    constexpr std::int64_t kBetween = 100;
+    if (!isRunning_ || platform::SteadyMilliseconds() - shown_ < kBetween) return;
+    Show();
+}
+
+void StatusLine::End() {
+    isRunning_ = false;
+    Show();
+    remaining_->clear();
+}
+
+void StatusLine::Show() {
+    shown_ = platform::SteadyMilliseconds();
+    const std::int64_t elapsed = shown_ - began_;
+    const std::int64_t read = state_.Progress.PagesRead;
+    // A page that two others lead to is read twice.
+    const std::int64_t all = std::max({toRead_, read, std::int64_t{1}});
+    pages_->setMaximum(static_cast<int>(all));
+    pages_->setValue(static_cast<int>(read));
+    pages_->setFormat(QStringLiteral("%1 of %2 pages").arg(read).arg(std::max(toRead_, read)));
+    posts_->setText(QStringLiteral("%1 posts").arg(state_.PostCounter));
+    elapsed_->setText(QStringLiteral("%1 elapsed").arg(Duration(elapsed)));
+    if (read > 0)
+        remaining_->setText(QStringLiteral("%1 remaining").arg(Duration(elapsed * (all - read) / read)));
+}
+
+}  // namespace tessaly

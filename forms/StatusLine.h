@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+
+#include "control/modDefinitions.h"
+
+class QLabel;
+class QProgressBar;
+class QStatusBar;
+
+namespace tessaly {
+
+// The line below the area: how far the run is, how long it has taken and will take.
+class StatusLine {
+  public:
+    StatusLine(const ConversionState& state, QStatusBar* bar);
+
+    // A run begins: the .html files of the message folders are counted.
+    void Begin();
+
+    // Brings the line up to date; cheap when that was done just now.
+    void Refresh();
+
+    void End();
+
+  private:
+    void Show();
+
+    const ConversionState& state_;
+    QProgressBar* pages_;
+    QLabel* posts_;
+    QLabel* elapsed_;
+    QLabel* remaining_;
+    bool isRunning_ = false;
+    std::int64_t toRead_ = 0;
+    std::int64_t began_ = 0;
+    std::int64_t shown_ = 0;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,94 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QIcon>
+#include <cstdio>
+
+#include "forms/frmConvert.h"
+#include "forms/text.h"
+#include "platform/paths.h"
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+constexpr int kUntrapped = 3;
+
+// The options of the command line.
+struct Arguments {
+    Arguments() {
+        parser.setApplicationDescription(QStringLiteral(
+            "Converts a copy of a Discus 4 message board into import files for a mybb forum.\n"
+            "A run only reads the board. It DELETES the output folder and builds it anew."));
+        parser.addOptions({help, version, programFolder, ini});
+    }
+
+    const QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Shows this help.")};
+    const QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Shows the version.")};
+    const QCommandLineOption programFolder{
+        QStringLiteral("program-folder"),
+        QStringLiteral("Where Docs and the settings file are looked for; else where the program lies."),
+        QStringLiteral("DIR")};
+    const QCommandLineOption ini{QStringLiteral("ini"), QStringLiteral("Another settings file."),
+                                 QStringLiteral("FILE")};
+    QCommandLineParser parser;
+};
+
+// Help and version are there without a screen too.
+void AnswerWithoutScreen(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    Arguments arguments;
+    arguments.parser.parse(QCoreApplication::arguments());
+    if (arguments.parser.isSet(arguments.help)) arguments.parser.showHelp();
+    if (arguments.parser.isSet(arguments.version)) arguments.parser.showVersion();
+}
+
+std::u16string PathText(const QString& native) {
+    return tessaly::platform::AbsolutePathText(tessaly::platform::ToNative(tessaly::FromQt(native)));
+}
+
+void NameProgram(tessaly::ConversionState& state, const Arguments& arguments) {
+    namespace platform = tessaly::platform;
+    const std::filesystem::path program = platform::ToNative(platform::ProgramFile());
+    state.ProgramName = platform::ToPathText(program.filename());
+    state.ProgramFolder = platform::ToPathText(program.parent_path());
+    const QString folder = arguments.parser.value(arguments.programFolder);
+    if (!folder.isEmpty()) state.ProgramFolder = PathText(folder);
+    const QString ini = arguments.parser.value(arguments.ini);
+    if (!ini.isEmpty()) state.SettingsFile = PathText(ini);
+}
+
+QIcon ProgramIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 256}) {
+        icon.addFile(QStringLiteral(":/tessaly-%1.png").arg(size), QSize(size, size));
+    }
+    return icon;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication::setApplicationName(QStringLiteral("tessaly"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TESSALY_VERSION));
+    AnswerWithoutScreen(argc, argv);
+
+    const QApplication application(argc, argv);
+    // A run goes on behind a closed window.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(ProgramIcon());
+    QGuiApplication::setDesktopFileName(QStringLiteral("tessaly"));
+    Arguments arguments;
+    if (!arguments.parser.parse(QCoreApplication::arguments()) ||
+        !arguments.parser.positionalArguments().isEmpty()) {
+        const QString wrong = arguments.parser.errorText();
+        std::fprintf(stderr, "%s\n%s", qPrintable(wrong), qPrintable(arguments.parser.helpText()));
+        return kWrongUsage;
+    }
+    tessaly::ConversionState state;
+    NameProgram(state, arguments);
+    tessaly::frmConvert form(state);
+    if (!form.Load()) return kUntrapped;
+    form.show();
+    return QApplication::exec();
+}
