@@ -7,8 +7,8 @@ class QWidget;
 
 namespace tessaly {
 
-// Runs what the forms' events do. Events come in during a run, so one handler may run inside another. A failure
-// that a handler lets pass is shown and ends the program with status 3.
+// Runs what the forms' events do. Events come in during a run, so one handler may run inside another. A
+// failure that a handler lets pass is shown and ends the program with status 3.
 class Handlers {
   public:
     explicit Handlers(QWidget* owner);

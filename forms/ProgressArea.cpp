@@ -21,7 +21,8 @@ void ProgressArea::Append(std::u16string_view text) {
     gathered_ += QStringView(text);
     if (isAsked_) return;
     isAsked_ = true;
-    QMetaObject::invokeMethod(this, [this] { ShowGathered(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { ShowGathered(); }, Qt::QueuedConnection);
 }
 
 void ProgressArea::Replace(std::u16string_view text) {

@@ -8,8 +8,8 @@ class QLineEdit;
 
 namespace tessaly {
 
-// Ties a widget to a field of the conversion: it shows the field's value, and what the operator types goes into
-// the field at once.
+// Ties a widget to a field of the conversion: it shows the field's value, and what the operator types goes
+// into the field at once.
 void Bind(TextField& field, QLineEdit* box);
 void Bind(TextField& field, QComboBox* box);
 

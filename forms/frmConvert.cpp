@@ -84,7 +84,7 @@ frmConvert::frmConvert(ConversionState& state)
     scroll->setWidget(form);
     setCentralWidget(scroll);
     status_ = std::make_unique<StatusLine>(state, statusBar());
-    OrderTabs();
+    OrderTabs(form);
     HookIn();
     TakeFirstSize(form);
 }
@@ -115,19 +115,19 @@ void frmConvert::BuildFolders(QWidget* form, DesignLayout* layout) {
         const char* caption;
         EventHandler lostFocus;  // none: the field is disabled and follows another one
     } rows[] = {
-        {"txtDiscusRootFolder", state_.txtDiscusRootFolder, "Label10", "Local &Root:",
-         txtDiscusRootFolder_LostFocus},
+        {"txtDiscusRootFolder", state_.txtDiscusRootFolder, "Label10",
+         "Local &Root:", txtDiscusRootFolder_LostFocus},
         {"txtDiscusMessageFolder", state_.txtDiscusMessageFolder, "Label5", "Discus Messages:", nullptr},
         {"txtDiscusSecureMessageFolder", state_.txtDiscusSecureMessageFolder, "Label7",
          "Discus Secure:", nullptr},
         {"txtDiscusMainFolder", state_.txtDiscusMainFolder, "Label6", "Discus Main:", nullptr},
-        {"txtmybbOutputFolder", state_.txtmybbOutputFolder, "Label8", "mybb O&utput:",
-         txtmybbOutputFolder_LostFocus},
+        {"txtmybbOutputFolder", state_.txtmybbOutputFolder, "Label8",
+         "mybb O&utput:", txtmybbOutputFolder_LostFocus},
         {"txtmybbAttachmentsFolder", state_.txtmybbAttachmentsFolder, "Label9", "mybb Attachments:", nullptr},
-        {"txtDiscusWebsite", state_.txtDiscusWebsite, "lblDiscusWebsite", "Discus &Website:",
-         txtDiscusWebsite_LostFocus},
-        {"txtmybbForumAddr", state_.txtmybbForumAddr, "Label11", "mybb Foru&m Addr:",
-         txtmybbForumAddr_LostFocus},
+        {"txtDiscusWebsite", state_.txtDiscusWebsite, "lblDiscusWebsite",
+         "Discus &Website:", txtDiscusWebsite_LostFocus},
+        {"txtmybbForumAddr", state_.txtmybbForumAddr, "Label11",
+         "mybb Foru&m Addr:", txtmybbForumAddr_LostFocus},
     };
     constexpr int kBetweenRows = 480;
     int top = 0;
@@ -202,8 +202,9 @@ void frmConvert::BuildFrame(QWidget* form, DesignLayout* layout) {
 }
 
 void frmConvert::BuildButtons(QWidget* form, DesignLayout* layout) {
-    QPushButton* const browseRoot = AddButton(form, "cmdBrowseRoot", "...", QStringLiteral("picking the root folder"),
-                                              [this] { cmdBrowseRoot_Click(state_); });
+    QPushButton* const browseRoot =
+        AddButton(form, "cmdBrowseRoot", "...", QStringLiteral("picking the root folder"),
+                  [this] { cmdBrowseRoot_Click(state_); });
     browseRoot->setAccessibleName(QStringLiteral("Browse for Local Root"));
     layout->Put(browseRoot, {12120, 0, 375, 375}, kMovesRight);
     QPushButton* const browseOutput =
@@ -218,8 +219,8 @@ void frmConvert::BuildButtons(QWidget* form, DesignLayout* layout) {
     help->setFont(HeavyFont(kCaptionPoints));
     layout->Put(help, {12840, 3240, 2535, 495}, kMovesRight);
 
-    QPushButton* const convert = AddButton(
-        form, "cmdConvert", "&Convert", QStringLiteral("converting the board"), [this] { Convert(); });
+    QPushButton* const convert = AddButton(form, "cmdConvert", "&Convert",
+                                           QStringLiteral("converting the board"), [this] { Convert(); });
     convert->setFont(HeavyFont(kButtonPoints));
     layout->Put(convert, {12480, 3840, 1575, 525}, kMovesRight);
     QPushButton* const cancel = AddButton(form, "cmdCancel", "Cance&l", QStringLiteral("cancelling the run"),
@@ -230,20 +231,20 @@ void frmConvert::BuildButtons(QWidget* form, DesignLayout* layout) {
     BindButton(state_.cmdCancel, cancel);
 }
 
-void frmConvert::OrderTabs() {
-    const char* const names[] = {"cmdConvert",       "cmdCancel",         "txtDiscusRootFolder",
-                                 "cmdBrowseRoot",    "txtmybbOutputFolder", "cmdBrowseOutput",
-                                 "txtDiscusWebsite", "txtmybbForumAddr",  "txtDefaultAdmin",
-                                 "txtDefaultUsers",  "chkShowProgress",   "chkLogProgress",
-                                 "cboCharset",       "cmdHelp",           "txtDefaultGroups",
-                                 "cboProcessedFolders", "txtSplitMBSize", "txtArea"};
+void frmConvert::OrderTabs(QWidget* form) {
+    const char* const names[] = {
+        "cmdConvert",          "cmdCancel",       "txtDiscusRootFolder", "cmdBrowseRoot",
+        "txtmybbOutputFolder", "cmdBrowseOutput", "txtDiscusWebsite",    "txtmybbForumAddr",
+        "txtDefaultAdmin",     "txtDefaultUsers", "chkShowProgress",     "chkLogProgress",
+        "cboCharset",          "cmdHelp",         "txtDefaultGroups",    "cboProcessedFolders",
+        "txtSplitMBSize",      "txtArea"};
     QWidget* before = nullptr;
     for (const char* const name : names) {
-        auto* const widget = findChild<QWidget*>(QString::fromLatin1(name));
+        auto* const widget = form->findChild<QWidget*>(QString::fromLatin1(name));
         if (before != nullptr) setTabOrder(before, widget);
         before = widget;
     }
-    findChild<QWidget*>(QStringLiteral("cmdConvert"))->setFocus();
+    form->findChild<QWidget*>(QStringLiteral("cmdConvert"))->setFocus();
 }
 
 void frmConvert::HookIn() {
@@ -301,8 +302,9 @@ QPushButton* frmConvert::AddButton(QWidget* form, const char* name, const char* 
     return button;
 }
 
-// A button that goes out of use would hand the focus to the next field, whose check would run when the operator
-// moves on. The area has no check; from there the focus comes back to the button that is of use again.
+// A button that goes out of use would hand the focus to the next field, whose check would run when the
+// operator moves on. The area has no check; from there the focus comes back to the button that is of use
+// again.
 void frmConvert::BindButton(ButtonField& field, QPushButton* button) {
     field.Changed = [this, &field, button] {
         if (!field.Enabled && focusWidget() == button) txtArea_->setFocus();
@@ -326,7 +328,8 @@ bool frmConvert::eventFilter(QObject* watched, QEvent* event) {
         return false;
     left_.push_back(watched);
     // Not from here: a box must not open while the focus is on its way.
-    QMetaObject::invokeMethod(this, [this] { CheckLeftFields(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { CheckLeftFields(); }, Qt::QueuedConnection);
     return false;
 }
 
@@ -348,8 +351,8 @@ bool frmConvert::CheckLeftFields() {
     return boxesShown_ == before && !handlers_.HasFailed();
 }
 
-// A click by its mnemonic leaves the focus where it was: it is moved, so that the field left is checked first.
-// When the check shows a box, the click is lost in it.
+// A click by its mnemonic leaves the focus where it was: it is moved, so that the field left is checked
+// first. When the check shows a box, the click is lost in it.
 void frmConvert::Click(QWidget* clicked, const QString& doing, const std::function<void()>& handler) {
     clicked->setFocus(Qt::ShortcutFocusReason);
     if (!CheckLeftFields()) return;

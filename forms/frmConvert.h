@@ -18,8 +18,8 @@ namespace tessaly {
 class frmOptions;
 class ProgressArea;
 
-// The main form. It shows the fields of the conversion and runs what their events do; it hooks itself into the
-// state, which must live longer.
+// The main form. It shows the fields of the conversion and runs what their events do; it hooks itself into
+// the state, which must live longer.
 class frmConvert : public QMainWindow {
   public:
     explicit frmConvert(ConversionState& state);
@@ -40,13 +40,13 @@ class frmConvert : public QMainWindow {
     void BuildCounts(QWidget* form, DesignLayout* layout);
     void BuildFrame(QWidget* form, DesignLayout* layout);
     void BuildButtons(QWidget* form, DesignLayout* layout);
-    void OrderTabs();
+    void OrderTabs(QWidget* form);
     void HookIn();
     void TakeFirstSize(QWidget* form);
 
     QLineEdit* AddText(QWidget* form, const char* name, TextField& field);
-    void AddCheck(QWidget* frame, DesignLayout* layout, const char* name, const char* caption, CheckField& field,
-                  Place place, EventHandler click);
+    void AddCheck(QWidget* frame, DesignLayout* layout, const char* name, const char* caption,
+                  CheckField& field, Place place, EventHandler click);
     QPushButton* AddButton(QWidget* form, const char* name, const char* caption, const QString& doing,
                            std::function<void()> handler);
     void BindButton(ButtonField& field, QPushButton* button);

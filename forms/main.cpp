@@ -15,9 +15,9 @@ constexpr int kUntrapped = 3;
 // The options of the command line.
 struct Arguments {
     Arguments() {
-        parser.setApplicationDescription(QStringLiteral(
-            "Converts a copy of a Discus 4 message board into import files for a mybb forum.\n"
-            "A run only reads the board. It DELETES the output folder and builds it anew."));
+        parser.setApplicationDescription(
+            QStringLiteral("Converts a copy of a Discus 4 message board into import files for a mybb forum.\n"
+                           "A run only reads the board. It DELETES the output folder and builds it anew."));
         parser.addOptions({help, version, programFolder, ini});
     }
 

@@ -1,0 +1,340 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QUrl>
+
+#include "forms/text.h"
+#include "tests/forms/OpenForm.h"
+
+using tessaly::testing::ExitStatusOf;
+using tessaly::testing::OpenForm;
+
+namespace {
+
+const QString kCancelled = QStringLiteral("Conversion Cancelled");
+
+QString AreaText(OpenForm& open) {
+    QCoreApplication::processEvents();
+    return open.Find<QPlainTextEdit>("txtArea")->toPlainText();
+}
+
+}  // namespace
+
+// Receives the address of a file that the program opens with another program.
+class FileOpener : public QObject {
+    Q_OBJECT
+
+  public:
+    FileOpener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Open"); }
+    ~FileOpener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+
+    QList<QUrl> opened;
+
+  public slots:
+    void Open(const QUrl& url) { opened << url; }
+};
+
+// Runs clicked through, and all that an operator can do during one.
+class Run : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void aRunGoesFromTheClickToTheSummary() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.Click("cmdConvert");
+
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(open.boxes.texts.first().startsWith(QStringLiteral("Conversion Start: ")));
+        QCOMPARE(open.board.Rows("mybb_posts1.txt").size(), std::size_t{3});
+        QCOMPARE(open.Find<QLineEdit>("txtMsgCount")->text(), QStringLiteral("3"));
+        const QString area = AreaText(open);
+        QVERIFY(area.contains(QStringLiteral("Conversion Start Time: ")));
+        QVERIFY(area.contains(open.boxes.texts.first().trimmed()));
+        QCOMPARE(area, tessaly::ToQt(open.state.txtArea.Text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+        QVERIFY(open.Find<QPlainTextEdit>("txtArea")->textCursor().atEnd());
+    }
+
+    void theTopsDoneStandInTheListAndNoneIsPicked() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.Click("cmdConvert");
+        const auto* const processed = open.Find<QComboBox>("cboProcessedFolders");
+        QCOMPARE(processed->count(), 3);
+        QCOMPARE(processed->itemText(0), QStringLiteral("12"));
+        QCOMPARE(processed->itemText(2), QStringLiteral("14"));
+        QCOMPARE(processed->currentIndex(), -1);
+    }
+
+    void duringARunOnlyCancelIsEnabledAndBehindItConvertHasTheFocus() {
+        OpenForm open;
+        open.WriteThreePages();
+        bool wasConvertEnabled = true;
+        bool wasCancelEnabled = false;
+        open.InTheMiddleOfARun([&] {
+            wasConvertEnabled = open.Find<QPushButton>("cmdConvert")->isEnabled();
+            wasCancelEnabled = open.Find<QPushButton>("cmdCancel")->isEnabled();
+        });
+        open.Click("cmdConvert");
+        QVERIFY(!wasConvertEnabled);
+        QVERIFY(wasCancelEnabled);
+        QVERIFY(open.Find<QPushButton>("cmdConvert")->isEnabled());
+        QVERIFY(!open.Find<QPushButton>("cmdCancel")->isEnabled());
+        QCOMPARE(open.form.focusWidget(), open.Find<QWidget>("cmdConvert"));
+    }
+
+    void duringARunTheAreaShowsWhatHasBeenToldSoFar() {
+        OpenForm open;
+        open.WriteThreePages();
+        QString shown;
+        open.InTheMiddleOfARun([&] { shown = open.Find<QPlainTextEdit>("txtArea")->toPlainText(); });
+        open.Click("cmdConvert");
+        QVERIFY(shown.contains(QStringLiteral("Conversion Start Time: ")));
+        QVERIFY(!shown.contains(QStringLiteral("Elapsed Time: ")));
+    }
+
+    void theRunDoesNotRunTheChecksOfFieldsThatNobodyLeft() {
+        OpenForm open;
+        open.WriteThreePages();
+        const std::u16string secure = open.state.txtDiscusSecureMessageFolder.Text;
+        open.Click("cmdConvert");
+        open.Find<QWidget>("txtDefaultAdmin")->setFocus();
+        QCoreApplication::processEvents();
+        // The check of the root folder would put its literal text here.
+        QCOMPARE(open.state.txtDiscusSecureMessageFolder.Text, secure);
+    }
+
+    void cancelInTheMiddleEndsTheRunWithItsBanner() {
+        OpenForm open;
+        open.WriteThreePages();
+        bool wasCancelEnabled = true;
+        open.InTheMiddleOfARun([&] {
+            open.Click("cmdCancel");
+            wasCancelEnabled = open.Find<QPushButton>("cmdCancel")->isEnabled();
+        });
+        open.Click("cmdConvert");
+        QVERIFY(!wasCancelEnabled);
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(open.boxes.texts.first().startsWith(QStringLiteral("\n\nConversion Cancelled\n\n")));
+        QCOMPARE(open.board.Rows("mybb_posts1.txt").size(), std::size_t{1});
+        QVERIFY(open.board.HasOutput("Discus Conversion Import SQL.sql"));
+        QVERIFY(open.Find<QPushButton>("cmdConvert")->isEnabled());
+        QVERIFY(!open.state.CancelRequested);
+        QCOMPARE(open.form.cursor().shape(), Qt::ArrowCursor);
+    }
+
+    void aSecondRunStartsAfresh() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.InTheMiddleOfARun([&] { open.Click("cmdCancel"); });
+        open.Click("cmdConvert");
+        open.boxes.texts.clear();
+        open.Click("cmdConvert");
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(!open.boxes.texts.first().contains(kCancelled));
+        QCOMPARE(open.board.Rows("mybb_posts1.txt").size(), std::size_t{3});
+        QCOMPARE(open.Find<QLineEdit>("txtMsgCount")->text(), QStringLiteral("3"));
+        // One top of the cancelled run and three of this one.
+        QCOMPARE(open.Find<QComboBox>("cboProcessedFolders")->count(), 4);
+        QVERIFY(!AreaText(open).contains(kCancelled));
+    }
+
+    void anOptionChangedDuringARunTakesEffectAtOnce() {
+        OpenForm open;
+        open.WriteThreePages();
+        QTimer inTheDialog;
+        inTheDialog.setSingleShot(true);
+        connect(&inTheDialog, &QTimer::timeout, this, [&] {
+            open.FindOption<QCheckBox>("chkCreateRedirectionFiles")->click();
+            open.FindOption<QPushButton>("cmdOK")->click();
+        });
+        open.InTheMiddleOfARun([&] {
+            inTheDialog.start(0);
+            open.ClickMenu("mnuOptions");
+        });
+        open.Click("cmdConvert");
+        QVERIFY(!open.state.optCreateRedirectionFiles);
+        QCOMPARE(open.Setting("CreateRedirectionFiles"), QStringLiteral("0"));
+        QCOMPARE(open.board.Rows("mybb_posts1.txt").size(), std::size_t{3});
+    }
+
+    void aFieldLeftDuringARunIsTakenOver() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.InTheMiddleOfARun([&] { open.TypeAndLeave("txtDefaultUsers", QStringLiteral("77")); });
+        open.Click("cmdConvert");
+        QCOMPARE(open.state.DefaultUserCount, 77);
+        QCOMPARE(open.boxes.texts.size(), 1);
+    }
+
+    void exitDuringARunCancelsItShowsItsSummaryAndEndsTheProgram() {
+        OpenForm open;
+        open.WriteThreePages();
+        bool wasVisibleBehind = true;
+        open.boxes.whenOpen = [&] { wasVisibleBehind = open.form.isVisible(); };
+        open.InTheMiddleOfARun([&] { open.ClickMenu("mnuExit"); });
+        const int status = ExitStatusOf([&] { open.Click("cmdConvert"); });
+        QCOMPARE(status, 0);
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(open.boxes.texts.first().contains(kCancelled));
+        QVERIFY(!wasVisibleBehind);
+        QVERIFY(open.board.Rows("mybb_posts1.txt").size() < 3);
+    }
+
+    void closingTheWindowDuringARunLetsItGoToItsEnd() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.InTheMiddleOfARun([&] { open.form.close(); });
+        const int status = ExitStatusOf([&] { open.Click("cmdConvert"); });
+        QCOMPARE(status, 0);
+        QVERIFY(open.form.isHidden());
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(!open.boxes.texts.first().contains(kCancelled));
+        QCOMPARE(open.board.Rows("mybb_posts1.txt").size(), std::size_t{3});
+    }
+
+    void closingTheIdleWindowEndsTheProgram() {
+        OpenForm open;
+        QCOMPARE(ExitStatusOf([&] { open.form.close(); }), 0);
+        QVERIFY(open.form.isHidden());
+        QVERIFY(!open.state.CancelRequested);
+    }
+
+    void exitWithNoRunEndsTheProgram() {
+        OpenForm open;
+        QCOMPARE(ExitStatusOf([&] { open.ClickMenu("mnuExit"); }), 0);
+        QVERIFY(open.form.isHidden());
+        QVERIFY(open.state.CancelRequested);
+    }
+
+    void closingTheWindowDoesNotCheckTheFieldInHand() {
+        OpenForm open;
+        open.Type("txtDefaultGroups", QStringLiteral("0"));
+        QCOMPARE(ExitStatusOf([&] { open.form.close(); }), 0);
+        QVERIFY(open.boxes.texts.isEmpty());
+    }
+
+    void aFailureThatNothingTrapsIsShownAndEndsTheProgramWithStatusThree() {
+        OpenForm open;
+        open.WriteThreePages();
+        // So many megabytes are more bytes than a number holds.
+        open.state.txtSplitMBSize.SetText(u"9999999");
+        QCOMPARE(ExitStatusOf([&] { open.Click("cmdConvert"); }), 3);
+        QCOMPARE(open.boxes.texts,
+                 QStringList(QStringLiteral("Run-time error 6\n\nOverflow\n\nThis happened while converting "
+                                            "the board. The program ends.")));
+    }
+
+    void aFailureOfAFieldDuringARunEndsTheRunWithoutItsSummary() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.InTheMiddleOfARun(
+            [&] { open.TypeAndLeave("txtDefaultUsers", QStringLiteral("99999999999")); });
+        QCOMPARE(ExitStatusOf([&] { open.Click("cmdConvert"); }), 3);
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(open.boxes.texts.first().startsWith(QStringLiteral(
+            "Run-time error 6\n\nOverflow\n\nThis happened while checking and saving the field \"mybb "
+            "Default Users\"")));
+    }
+
+    void aSplitSizeInTheSettingsThatIsNoNumberIsShownAndTheLoadFails() {
+        tessaly::testing::TemporaryFolder folder;
+        folder.Write("tessaly.ini", "[Settings]\r\nSplitMBSize=many\r\n");
+        tessaly::testing::BoxReader boxes;
+        tessaly::ConversionState state;
+        state.ProgramFolder = folder.Path();
+        state.ProgramName = u"tessaly";
+        tessaly::frmConvert form(state);
+        bool isLoaded = true;
+        const int status = ExitStatusOf([&] {
+            isLoaded = form.Load();
+        });
+        QVERIFY(!isLoaded);
+        QCOMPARE(status, 3);
+        QCOMPARE(boxes.texts,
+                 QStringList(QStringLiteral("Run-time error 13\n\nType mismatch\n\nThis happened while "
+                                            "reading the settings. The program ends.")));
+    }
+
+    void browsingForTheRootFillsItAndChecksIt() {
+        OpenForm open;
+        const std::u16string root = open.board.folder.Path("source");
+        std::u16string start;
+        open.state.ToolboxA.PickFolder = [&](std::u16string_view from) {
+            start = from;
+            return root;
+        };
+        open.Click("cmdBrowseRoot");
+        QCOMPARE(tessaly::ToQt(start), tessaly::ToQt(root) + QLatin1Char('\\'));
+        QCOMPARE(open.Find<QLineEdit>("txtDiscusRootFolder")->text(), tessaly::ToQt(root));
+        QCOMPARE(open.Find<QLineEdit>("txtDiscusMainFolder")->text(),
+                 tessaly::ToQt(root) + QStringLiteral("\\discus_admin_nnnnnnnnnn\\"));
+    }
+
+    void backingOutOfTheRootStillChecksWhatStandsThere() {
+        OpenForm open;
+        open.state.ToolboxA.PickFolder = [](std::u16string_view) { return std::u16string(); };
+        open.state.txtDiscusRootFolder.SetText(u"");
+        open.Click("cmdBrowseRoot");
+        QCOMPARE(open.boxes.texts, QStringList(QStringLiteral("Discus Root Folder Must Be Filled In")));
+    }
+
+    void browsingForTheOutputDeletesTheFolderThatIsPicked() {
+        OpenForm open;
+        open.board.folder.Write("other/old.txt", "old");
+        const std::u16string picked = open.board.folder.Path("other");
+        open.state.ToolboxA.PickFolder = [&](std::u16string_view) { return picked; };
+        open.Click("cmdBrowseOutput");
+        QVERIFY(!open.board.folder.Exists("other/old.txt"));
+        QVERIFY(open.board.folder.Exists("other/Attachments"));
+        QCOMPARE(open.Find<QLineEdit>("txtmybbOutputFolder")->text(), tessaly::ToQt(picked));
+        QVERIFY(AreaText(open).contains(QStringLiteral("Deleting Output Folders & Files - ")));
+    }
+
+    void backingOutOfTheOutputDoesNothing() {
+        OpenForm open;
+        open.state.ToolboxA.PickFolder = [](std::u16string_view) { return std::u16string(); };
+        open.Click("cmdBrowseOutput");
+        QCOMPARE(AreaText(open), QString());
+        QVERIFY(open.boxes.texts.isEmpty());
+        QCOMPARE(open.Find<QLineEdit>("txtmybbOutputFolder")->text(),
+                 tessaly::ToQt(open.board.folder.Path("output")) + QLatin1Char('\\'));
+    }
+
+    void theDocumentationIsOpenedFromTheProgramsFolder() {
+        OpenForm open;
+        FileOpener opener;
+        open.Click("cmdHelp");
+        const QString file = QString::fromStdU16String(
+            open.board.folder.Native("program/Docs/Tessaly Conversion.pdf").u16string());
+        QCOMPARE(opener.opened, QList<QUrl>({QUrl::fromLocalFile(file)}));
+    }
+
+    void theStatusLineCountsThePagesRead() {
+        OpenForm open;
+        open.WriteThreePages();
+        // Nothing leads to this page, so it is counted and not read.
+        open.board.WriteSecurePage("40/40.html", "<html></html>");
+        const auto* const pages = open.form.findChild<QProgressBar*>(QStringLiteral("statusPages"));
+        QCOMPARE(pages->text(), QString());
+        open.Click("cmdConvert");
+        QCOMPARE(pages->text(), QStringLiteral("3 of 4 pages"));
+        QCOMPARE(pages->maximum(), 4);
+        QCOMPARE(pages->value(), 3);
+        const auto text = [&open](const char* name) {
+            return open.form.findChild<QLabel*>(QString::fromLatin1(name))->text();
+        };
+        QCOMPARE(text("statusPosts"), QStringLiteral("3 posts"));
+        QVERIFY(text("statusElapsed").endsWith(QStringLiteral(" elapsed")));
+        QCOMPARE(text("statusRemaining"), QString());
+    }
+};
+
+QTEST_MAIN(Run)
+#include "Run_test.moc"
