@@ -100,7 +100,8 @@ QSize DesignLayout::minimumSize() const {
 void DesignLayout::setGeometry(const QRect& form) {
     QLayout::setGeometry(form);
     const double scale = Scale();
-    const QSize gained = form.size() - Pixels(design_, scale);
+    // Places count from the form's corner, also where a frame is drawn around it.
+    const QSize gained = parentWidget()->size() - Pixels(design_, scale);
     for (const Entry& entry : entries_) {
         const Place& place = entry.place;
         const int left = Pixels(place.left, scale) + qRound(gained.width() * entry.gain.left);
@@ -109,7 +110,7 @@ void DesignLayout::setGeometry(const QRect& form) {
         const int bottom =
             Pixels(place.top + place.height, scale) + qRound(gained.height() * entry.gain.bottom);
         // The widget itself, not its item: an item would centre what is larger than its size hint.
-        entry.item->widget()->setGeometry(form.x() + left, form.y() + top, right - left, bottom - top);
+        entry.item->widget()->setGeometry(left, top, right - left, bottom - top);
     }
 }
 

@@ -71,7 +71,7 @@ void StatusLine::Show() {
     const std::int64_t all = std::max({toRead_, read, std::int64_t{1}});
     pages_->setMaximum(static_cast<int>(all));
     pages_->setValue(static_cast<int>(read));
-    pages_->setFormat(QStringLiteral("%1 of %2 pages").arg(read).arg(std::max(toRead_, read)));
+    pages_->setFormat(QStringLiteral("%1 pages read of %2 files").arg(read).arg(std::max(toRead_, read)));
     posts_->setText(QStringLiteral("%1 posts").arg(state_.PostCounter));
     elapsed_->setText(QStringLiteral("%1 elapsed").arg(Duration(elapsed)));
     if (read > 0)

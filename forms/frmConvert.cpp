@@ -59,6 +59,17 @@ QLabel* AddLabel(QWidget* form, const char* name, const char* caption, QWidget* 
     return label;
 }
 
+// What a disabled field shows is there to be read: paler than other text, but not faint.
+void DisableReadably(QLineEdit* box) {
+    constexpr float kPaler = 0.7F;
+    QPalette palette = box->palette();
+    QColor text = palette.color(QPalette::Active, QPalette::Text);
+    text.setAlphaF(kPaler);
+    palette.setColor(QPalette::Disabled, QPalette::Text, text);
+    box->setPalette(palette);
+    box->setEnabled(false);
+}
+
 }  // namespace
 
 frmConvert::frmConvert(ConversionState& state)
@@ -135,8 +146,11 @@ void frmConvert::BuildFolders(QWidget* form, DesignLayout* layout) {
         QLineEdit* const box = AddText(form, row.name, row.field);
         layout->Put(box, {2760, top, 9375, 375}, kGrowsRight);
         layout->Put(AddLabel(form, row.label, row.caption, box), {120, top, 2580, 375});
-        box->setEnabled(row.lostFocus != nullptr);
-        if (row.lostFocus != nullptr) CheckWhenLeft(box, row.lostFocus);
+        if (row.lostFocus != nullptr) {
+            CheckWhenLeft(box, row.lostFocus);
+        } else {
+            DisableReadably(box);
+        }
         top += kBetweenRows;
     }
 }
@@ -155,7 +169,7 @@ void frmConvert::BuildCounts(QWidget* form, DesignLayout* layout) {
 
     QLineEdit* const count = AddText(form, "txtMsgCount", state_.txtMsgCount);
     count->setAccessibleName(QStringLiteral("Posts converted"));
-    count->setEnabled(false);
+    DisableReadably(count);
     layout->Put(count, {6720, 3840, 2175, 375}, {.left = 0.5, .right = 1});
 
     QLineEdit* const split = AddText(form, "txtSplitMBSize", state_.txtSplitMBSize);

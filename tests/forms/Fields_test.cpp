@@ -1,6 +1,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
@@ -13,8 +14,7 @@ using tessaly::testing::OpenForm;
 namespace {
 
 const QString kAdminMissing = QStringLiteral("Default Admin of your mybb database must be filled in");
-const QString kGroupsMissing =
-    QStringLiteral("Total Default Group of your mybb database must be filled in");
+const QString kGroupsMissing = QStringLiteral("Total Default Group of your mybb database must be filled in");
 
 }  // namespace
 
@@ -211,7 +211,12 @@ class Fields : public QObject {
 
     void aTextOfABoardIsNeverTakenForMarkup() {
         OpenForm open;
+        Qt::TextFormat format = Qt::AutoText;
+        open.boxes.whenOpen = [&format] {
+            format = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->textFormat();
+        };
         open.state.ShowMessage(u"<b>bold</b> <img src=x>\r\nnext");
+        QCOMPARE(format, Qt::PlainText);
         QCOMPARE(open.boxes.texts, QStringList(QStringLiteral("<b>bold</b> <img src=x>\nnext")));
     }
 

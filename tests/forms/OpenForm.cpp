@@ -24,12 +24,17 @@ void BoxReader::Look() {
     box->button(QMessageBox::Ok)->click();
 }
 
+void WaitUntilActive(QWidget* window) {
+    window->activateWindow();
+    const bool isActive = QTest::qWaitFor([window] { return QApplication::activeWindow() == window; });
+    if (!isActive) qFatal("the window does not become active");
+}
+
 OpenForm::OpenForm() {
     QApplication::setQuitOnLastWindowClosed(false);
     state.ToolboxA.EventInterval = 0;
     form.show();
-    form.activateWindow();
-    if (!QTest::qWaitForWindowActive(&form)) qFatal("the form does not become active");
+    WaitUntilActive(&form);
 }
 
 void OpenForm::WriteThreePages() {
@@ -56,6 +61,7 @@ void OpenForm::Click(const char* name) {
 
 void OpenForm::Type(const char* name, const QString& text) {
     auto* const field = Find<QLineEdit>(name);
+    WaitUntilActive(&form);
     field->setFocus();
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
@@ -71,15 +77,15 @@ void OpenForm::TypeAndLeave(const char* name, const QString& text) {
 void OpenForm::InTheMiddleOfARun(std::function<void()> event) {
     QObject::connect(Find<QLineEdit>("txtMsgCount"), &QLineEdit::textChanged, &form,
                      [this, event = std::move(event)](const QString& count) {
-                         if (count.isEmpty() || isMiddleOver_) return;
+                         if (count != QLatin1String("1") || isMiddleOver_) return;
                          isMiddleOver_ = true;
                          QMetaObject::invokeMethod(&form, event, Qt::QueuedConnection);
                      });
 }
 
 QString OpenForm::Setting(const char* key) const {
-    return ToQt(state.ToolboxA.ReadIniValue(u"Settings", FromQt(QString::fromLatin1(key)), u"(none)",
-                                            state.IniFile));
+    return ToQt(
+        state.ToolboxA.ReadIniValue(u"Settings", FromQt(QString::fromLatin1(key)), u"(none)", state.IniFile));
 }
 
 int ExitStatusOf(const std::function<void()>& events) {

@@ -26,8 +26,11 @@ class BoxReader {
     QTimer timer_;
 };
 
-// The main form on the screen, over a small board that is ready to convert. The board's state has been loaded;
-// events are let in at every turn.
+// Brings a window to the front: without that no key and no change of focus reaches it.
+void WaitUntilActive(QWidget* window);
+
+// The main form on the screen, over a small board that is ready to convert. The board's state has been
+// loaded; events are let in at every turn.
 class OpenForm {
   public:
     OpenForm();
@@ -56,7 +59,7 @@ class OpenForm {
     void Type(const char* name, const QString& text);
     void TypeAndLeave(const char* name, const QString& text);
 
-    // What the first change of the count of posts brings about: done at the run's next look at events.
+    // Happens while the second of the three pages is in hand, when the run next lets events in.
     void InTheMiddleOfARun(std::function<void()> event);
 
     // The value of a key of the settings file; "(none)" when it is not there.

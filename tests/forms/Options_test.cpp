@@ -13,7 +13,10 @@ namespace {
 
 // Opens the dialog from the menu, lets something happen in it, and comes back when it is hidden.
 void WithDialogOpen(OpenForm& open, const std::function<void()>& events) {
-    QTimer::singleShot(0, &open.form, events);
+    QTimer::singleShot(0, &open.form, [&] {
+        tessaly::testing::WaitUntilActive(open.Options());
+        events();
+    });
     open.ClickMenu("mnuOptions");
 }
 

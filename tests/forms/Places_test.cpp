@@ -30,6 +30,22 @@ QSize RoomOfText(const QWidget& widget, const QString& caption, bool isWrapped) 
     return widget.fontMetrics().boundingRect(QRect(0, 0, widget.width(), 0), flags, caption).size();
 }
 
+// Another system font for the length of a test.
+class SystemFont {
+  public:
+    explicit SystemFont(double points) {
+        QFont font = usual_;
+        font.setPointSizeF(points);
+        QApplication::setFont(font);
+    }
+    ~SystemFont() { QApplication::setFont(usual_); }
+    SystemFont(const SystemFont&) = delete;
+    SystemFont& operator=(const SystemFont&) = delete;
+
+  private:
+    const QFont usual_ = QApplication::font();
+};
+
 bool Holds(const QWidget& widget, QSize room) {
     return widget.width() >= room.width() && widget.height() >= room.height();
 }
@@ -138,33 +154,20 @@ class Places : public QObject {
 
     void noTextIsCutOffAtAnySizeOfTheSystemsFont() {
         QFETCH(double, points);
-        const QFont usual = QApplication::font();
-        QFont font = usual;
-        font.setPointSizeF(points);
-        QApplication::setFont(font);
-        {
-            OpenForm open;
-            open.Options()->show();
-            QCOMPARE(FirstCutOff(*open.form.centralWidget()), QString());
-            QCOMPARE(FirstCutOff(*open.Options()), QString());
-            const auto* const label = open.Find<QLabel>("Label10");
-            QVERIFY(label->font().pointSizeF() >= 9.75);
-        }
-        QApplication::setFont(usual);
+        const SystemFont font(points);
+        OpenForm open;
+        open.Options()->show();
+        QCOMPARE(FirstCutOff(*open.form.centralWidget()), QString());
+        QCOMPARE(FirstCutOff(*open.Options()), QString());
+        QVERIFY(open.Find<QLabel>("Label10")->font().pointSizeF() >= 9.75);
     }
 
     void aLargeSystemFontMakesTheCaptionsLargerToo() {
-        const QFont usual = QApplication::font();
-        QFont font = usual;
-        font.setPointSizeF(22);
-        QApplication::setFont(font);
-        {
-            OpenForm open;
-            // Twice the 11 points that are usual at most.
-            QCOMPARE(open.Find<QLabel>("Label10")->font().pointSizeF(), 19.5);
-            QVERIFY(open.Find<QLineEdit>("txtDiscusRootFolder")->height() > 25);
-        }
-        QApplication::setFont(usual);
+        const SystemFont font(22);
+        OpenForm open;
+        // Twice the 11 points that are usual at most, up to the rounding of fonts to pixels.
+        QVERIFY(qAbs(open.Find<QLabel>("Label10")->font().pointSizeF() - 19.5) < 0.5);
+        QVERIFY(open.Find<QLineEdit>("txtDiscusRootFolder")->height() > 25);
     }
 
     void theFacesAreHeavyAndOfTheirSizes() {
@@ -224,7 +227,8 @@ class Places : public QObject {
         QSet<QChar> taken;
         QStringList captions;
         for (const auto* action : open.form.menuBar()->actions()) captions << action->text();
-        for (const auto* label : open.form.centralWidget()->findChildren<QLabel*>()) captions << label->text();
+        for (const auto* label : open.form.centralWidget()->findChildren<QLabel*>())
+            captions << label->text();
         for (const auto* button : open.form.centralWidget()->findChildren<QAbstractButton*>())
             captions << button->text();
         for (const QString& caption : captions) {
@@ -272,16 +276,24 @@ class Places : public QObject {
 
     void theTabKeyGoesFromConvertThroughAllThatIsEnabled() {
         OpenForm open;
-        const QStringList expected = {
-            QStringLiteral("cmdConvert"),          QStringLiteral("txtDiscusRootFolder"),
-            QStringLiteral("cmdBrowseRoot"),       QStringLiteral("txtmybbOutputFolder"),
-            QStringLiteral("cmdBrowseOutput"),     QStringLiteral("txtDiscusWebsite"),
-            QStringLiteral("txtmybbForumAddr"),    QStringLiteral("txtDefaultAdmin"),
-            QStringLiteral("txtDefaultUsers"),     QStringLiteral("chkShowProgress"),
-            QStringLiteral("chkLogProgress"),      QStringLiteral("cboCharset"),
-            QStringLiteral("cmdHelp"),             QStringLiteral("txtDefaultGroups"),
-            QStringLiteral("cboProcessedFolders"), QStringLiteral("txtSplitMBSize"),
-            QStringLiteral("txtArea"),             QStringLiteral("cmdConvert")};
+        const QStringList expected = {QStringLiteral("cmdConvert"),
+                                      QStringLiteral("txtDiscusRootFolder"),
+                                      QStringLiteral("cmdBrowseRoot"),
+                                      QStringLiteral("txtmybbOutputFolder"),
+                                      QStringLiteral("cmdBrowseOutput"),
+                                      QStringLiteral("txtDiscusWebsite"),
+                                      QStringLiteral("txtmybbForumAddr"),
+                                      QStringLiteral("txtDefaultAdmin"),
+                                      QStringLiteral("txtDefaultUsers"),
+                                      QStringLiteral("chkShowProgress"),
+                                      QStringLiteral("chkLogProgress"),
+                                      QStringLiteral("cboCharset"),
+                                      QStringLiteral("cmdHelp"),
+                                      QStringLiteral("txtDefaultGroups"),
+                                      QStringLiteral("cboProcessedFolders"),
+                                      QStringLiteral("txtSplitMBSize"),
+                                      QStringLiteral("txtArea"),
+                                      QStringLiteral("cmdConvert")};
         QStringList visited;
         while (visited.size() < expected.size()) {
             visited << open.form.focusWidget()->objectName();
@@ -347,9 +359,9 @@ class Places : public QObject {
                                        "txtDiscusMainFolder", "txtmybbAttachmentsFolder", "txtMsgCount"}) {
             QVERIFY2(!open.Find<QLineEdit>(name)->isEnabled(), name);
         }
-        for (const char* const name : {"txtDiscusRootFolder", "txtmybbOutputFolder", "txtDiscusWebsite",
-                                       "txtmybbForumAddr", "txtDefaultGroups", "txtSplitMBSize",
-                                       "txtDefaultAdmin", "txtDefaultUsers"}) {
+        for (const char* const name :
+             {"txtDiscusRootFolder", "txtmybbOutputFolder", "txtDiscusWebsite", "txtmybbForumAddr",
+              "txtDefaultGroups", "txtSplitMBSize", "txtDefaultAdmin", "txtDefaultUsers"}) {
             QVERIFY2(open.Find<QLineEdit>(name)->isEnabled(), name);
         }
     }
