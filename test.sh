@@ -7,7 +7,7 @@ cd "$(dirname "$0")"
 . scripts/needs.sh
 
 # What the tests of a part of the tree need is named here by its purpose.
-need run test
+need run test forms
 if [ "${TESSALY_SKIP_DATABASE:-}" != 1 ]; then need database; fi
 
 cmake --preset sanitize -DTESSALY_WERROR="${TESSALY_WERROR:-OFF}"
