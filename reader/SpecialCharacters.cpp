@@ -21,7 +21,7 @@ constexpr Position kShortest = 4;
 constexpr Position kLongest = 10;
 
 // A character file whose replacements bring their own sequences back makes a text grow without end.
-constexpr std::size_t kMostGrowth = 16;
+constexpr std::size_t kMostGrowth = 4;
 constexpr std::size_t kPageSize = 4096;
 
 // A column of just three characters gives its middle one: it may be a blank, or a back-quote, between marks.
