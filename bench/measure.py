@@ -73,11 +73,9 @@ class Bench:
 
     def board(self, name, pages, posts, members, attachments, message_length=1600):
         folder = self.folder / name.replace(" ", "-")
-        run(
-            [sys.executable, BENCH / "generate_board.py", folder, "--pages", str(pages), "--posts", str(posts),
-             "--members", str(members), "--attachments", str(attachments),
-             "--message-length", str(message_length)]
-        )  # fmt: skip
+        sizes = {"pages": pages, "posts": posts, "members": members, "attachments": attachments,
+                 "message-length": message_length}  # fmt: skip
+        run([sys.executable, BENCH / "generate_board.py", folder, *(f"--{n}={v}" for n, v in sizes.items())])
         size = sum(file.stat().st_size for file in folder.rglob("*.html"))
         return Board(name, folder, size / 1e6, pages, posts)
 
@@ -104,7 +102,8 @@ class Bench:
         print(
             f"| {board.name} | {board.megabytes:.1f} | {board.pages} | {board.posts} | {own.wall:.2f} "
             f"| {own.cpu:.2f} | {board.megabytes / own.wall:.0f} | {own.peak:.0f} | {read.wall:.2f} "
-            f"| {copy.wall:.2f} | {copy.cpu:.2f} | {own.wall / read.wall:.1f} | {own.wall / copy.wall:.1f} |",
+            f"| {copy.wall:.2f} | {copy.cpu:.2f} | {own.wall / read.wall:.1f} | {own.wall / copy.wall:.1f} "
+            f"| {own.cpu / copy.cpu:.1f} |",
             flush=True,
         )
 
@@ -120,14 +119,15 @@ def machine():
         if line.startswith("model name"):
             model = line.split(":", 1)[1].strip()
     memory = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
-    return f"{date.today()}, {model}, {os.cpu_count()} processors, {memory:.0f} GB, {platform.system()}"
+    size = f"{os.cpu_count()} processors, {memory:.0f} GB"
+    return f"{date.today()}, {model}, {size}, {platform.system()}, load {os.getloadavg()[0]:.1f}"
 
 
 def whole_runs(bench, size):
-    print("\nWhole runs, warm, medians; one `copies` is `cp -r` of the source and of the output.\n")
+    print("\nWhole runs, warm, medians; `copies` is `cp -r` of the source and of the output.\n")
     table_head(
         "board", "MB of HTML", "pages", "posts", "wall s", "CPU s", "MB/s", "peak MB", "cat s", "copies s",
-        "copies CPU s", "wall/cat", "wall/copies",
+        "copies CPU s", "wall/cat", "wall/copies", "CPU/copies CPU",
     )  # fmt: skip
     board = bench.healthy("healthy", size)
     costs = bench.measure(board, {
