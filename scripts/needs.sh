@@ -12,6 +12,7 @@ packages_for() {
     checks) echo clang clang-format-14 clang-tidy cppcheck ;;
     fuzz) echo clang libclang-rt-14-dev ;;
     windows) echo g++-mingw-w64-x86-64-posix ;;
+    package) echo debootstrap dpkg-dev ;;
     windows_test) echo googletest wine64 ;;
     esac
 }

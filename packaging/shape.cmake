@@ -1,0 +1,8 @@
+# Read once for each kind of package.
+if(CPACK_GENERATOR STREQUAL "DEB")
+  set(CPACK_COMPONENTS_ALL system)
+else()
+  set(CPACK_COMPONENTS_ALL portable)
+  set(CPACK_PACKAGING_INSTALL_PREFIX "")
+  set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+endif()
