@@ -28,6 +28,8 @@ std::intptr_t Open(const std::filesystem::path& path, DWORD access, DWORD creati
     const bool isFolder =
         attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     if (isFolder) Raise(kPathAccessError);
+    // A file that would be created can only miss its folder.
+    if (creation != OPEN_EXISTING && error == ERROR_PATH_NOT_FOUND) Raise(kPathNotFound);
     ::SetLastError(error);
     RaiseLastError();
 }
