@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "platform/DeleteGuard.h"
+#include "platform/Disk.h"
 #include "platform/NativeFile.h"
 #include "platform/NativeText.h"
-#include "platform/failures.h"
 #include "platform/paths.h"
 #include "text/folding.h"
 #include "text/search.h"
@@ -23,8 +23,7 @@ class FileBeside {
     explicit FileBeside(const fs::path& target) : target_(target), path_(target) { path_ += ".part"; }
 
     ~FileBeside() {
-        std::error_code error;
-        if (!isPlaced_) fs::remove(path_, error);
+        if (!isPlaced_) IgnoringErrors([this] { RemoveFile(path_); });
     }
 
     FileBeside(const FileBeside&) = delete;
@@ -33,9 +32,7 @@ class FileBeside {
     const fs::path& Path() const { return path_; }
 
     void Place() {
-        std::error_code error;
-        fs::rename(path_, target_, error);
-        if (error) RaiseSystemError(error);
+        MoveOver(path_, target_);
         isPlaced_ = true;
     }
 
@@ -52,17 +49,11 @@ bool ComesBefore(const std::u16string& one, const std::u16string& other) {
 }
 
 // The folder itself is taken as spelled. Links lead to what they name.
-template <typename Wanted>
-std::vector<std::u16string> NamesIn(std::u16string_view folder, Wanted wanted) {
+std::vector<std::u16string> NamesIn(std::u16string_view folder, Kind wanted) {
     std::vector<std::u16string> names;
-    std::error_code error;
-    fs::directory_iterator entry(ToNative(folder), error);
-    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
-        std::error_code unread;
-        if (wanted(entry->status(unread))) names.push_back(FromNativeText(entry->path().filename()));
+    for (const Entry& entry : EntriesOf(ToNative(folder))) {
+        if (entry.kind == wanted) names.push_back(FromNativeText(entry.name));
     }
-    if (error == std::errc::no_such_file_or_directory) Raise(kPathNotFound);
-    if (error) RaiseSystemError(error);
     std::ranges::sort(names, ComesBefore);
     return names;
 }
@@ -70,10 +61,7 @@ std::vector<std::u16string> NamesIn(std::u16string_view folder, Wanted wanted) {
 // The folder as the guard compares it: absolute, all links followed as far as the path exists.
 std::u16string Resolved(std::u16string_view folder) {
     if (folder.empty()) return {};
-    std::error_code error;
-    const fs::path absolute = fs::absolute(ToNative(folder), error);
-    const fs::path resolved = fs::weakly_canonical(absolute, error);
-    return FromNativeText((error ? absolute : resolved).lexically_normal());
+    return FromNativeText(CanonicalAsFarAsItExists(ToNative(folder)));
 }
 
 bool Matches(std::u16string_view name, std::u16string_view pattern) {
@@ -84,24 +72,36 @@ bool Matches(std::u16string_view name, std::u16string_view pattern) {
     return name.size() >= head.size() + tail.size() && name.starts_with(head) && name.ends_with(tail);
 }
 
+// The name as names are compared on this system.
+std::u16string Compared(std::u16string_view name) {
+    return kNamesIgnoreCase ? Folded(name) : std::u16string(name);
+}
+
+std::int64_t CountBelow(const fs::path& folder, std::u16string_view ending) {
+    std::vector<Entry> entries;
+    IgnoringErrors([&] { entries = EntriesOf(folder); });
+    std::int64_t count = 0;
+    for (const Entry& entry : entries) {
+        if (FromNativeText(entry.name).ends_with(ending)) ++count;
+        if (entry.kind == Kind::kFolder && !entry.isLink) count += CountBelow(folder / entry.name, ending);
+    }
+    return count;
+}
+
 }  // namespace
 
 bool FileExists(std::u16string_view path) {
-    std::error_code error;
-    if (fs::is_regular_file(ToNative(path), error)) return true;
-    return fs::is_regular_file(FindSource(path), error);
+    return KindAt(ToNative(path)) == Kind::kFile || KindAt(FindSource(path)) == Kind::kFile;
 }
 
 bool FileExistsWithin(std::u16string_view path, const std::vector<std::u16string>& folders) {
-    std::error_code error;
     fs::path file = ToNative(path);
-    if (!fs::is_regular_file(file, error)) file = FindSource(path);
-    return fs::is_regular_file(file, error) && LiesWithin(file, folders);
+    if (KindAt(file) != Kind::kFile) file = FindSource(path);
+    return KindAt(file) == Kind::kFile && LiesWithin(file, folders);
 }
 
 bool FolderExists(std::u16string_view path) {
-    std::error_code error;
-    return fs::is_directory(ToNative(path), error);
+    return KindAt(ToNative(path)) == Kind::kFolder;
 }
 
 std::string ReadWholeFile(std::u16string_view path) {
@@ -141,35 +141,24 @@ void WriteWholeFile(std::u16string_view path, const std::vector<std::string>& pi
 
 void CopyFile(std::u16string_view source, std::u16string_view target) {
     FileBeside beside(ToNative(target));
-    std::error_code error;
-    fs::copy_file(FindSource(source), beside.Path(), fs::copy_options::overwrite_existing, error);
-    if (error) RaiseSystemError(error);
+    CopyOver(FindSource(source), beside.Path());
     beside.Place();
 }
 
 void MakeFolders(std::u16string_view path) {
-    std::error_code error;
-    fs::create_directories(ToNative(path), error);
-    if (error && !FolderExists(path)) RaiseSystemError(error);
+    CreateFolders(ToNative(path));
 }
 
 std::vector<std::u16string> Subfolders(std::u16string_view folder) {
-    return NamesIn(folder, [](const fs::file_status& status) { return fs::is_directory(status); });
+    return NamesIn(folder, Kind::kFolder);
 }
 
 std::vector<std::u16string> Files(std::u16string_view folder) {
-    return NamesIn(folder, [](const fs::file_status& status) { return fs::is_regular_file(status); });
+    return NamesIn(folder, Kind::kFile);
 }
 
 std::int64_t CountFiles(std::u16string_view folder, std::u16string_view ending) {
-    std::int64_t count = 0;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(ToNative(folder), fs::directory_options::skip_permission_denied,
-                                           error);
-    for (const fs::recursive_directory_iterator end; !error && entry != end; entry.increment(error)) {
-        if (FromNativeText(entry->path().filename()).ends_with(ending)) ++count;
-    }
-    return count;
+    return CountBelow(ToNative(folder), ending);
 }
 
 void DeleteFolder(std::u16string_view folder, const Protected& kept) {
@@ -180,17 +169,13 @@ void DeleteFolder(std::u16string_view folder, const Protected& kept) {
         kept.showMessage(u"The folder " + std::u16string(folder) + u" is not deleted: " + reason);
         Raise(kPermissionDenied);
     }
-    std::error_code error;
-    fs::remove_all(ToNative(folder), error);
-    if (error) RaiseSystemError(error);
+    RemoveFolder(ToNative(folder));
 }
 
 void DeleteFiles(std::u16string_view folder, std::u16string_view name) {
     for (const std::u16string& file : Files(folder)) {
-        if (!Matches(file, name)) continue;
-        std::error_code error;
-        fs::remove(ToNative(std::u16string(folder) + u"\\" + file), error);
-        if (error) RaiseSystemError(error);
+        if (!Matches(Compared(file), Compared(name))) continue;
+        RemoveFile(ToNative(std::u16string(folder) + u"\\" + file));
     }
 }
 

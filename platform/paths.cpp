@@ -4,6 +4,7 @@
 #include <map>
 #include <unordered_map>
 
+#include "platform/Disk.h"
 #include "platform/NativeText.h"
 #include "text/folding.h"
 #include "text/search.h"
@@ -47,8 +48,7 @@ const Listing& ListingOf(const fs::path& folder) {
 }
 
 bool Exists(const fs::path& path) {
-    std::error_code error;
-    return fs::exists(path, error);
+    return KindAt(path) != Kind::kNothing;
 }
 
 // Whether `inner`, both free of links and dots, is the folder or lies below it.
@@ -72,8 +72,7 @@ bool LiesPlainlyWithin(const fs::path& file, const fs::path& folder) {
         const std::size_t end = std::min(name.find(fs::path::preferred_separator, step + 1), name.size());
         const fs::path way = name.substr(0, end);
         if (way.filename() == ".." || way.filename() == ".") return false;
-        std::error_code error;
-        if (fs::is_symlink(fs::symlink_status(way, error))) return false;
+        if (IsLink(way)) return false;
         step = end;
     }
     return true;
@@ -105,7 +104,7 @@ std::u16string WithNativeSeparators(std::u16string_view path) {
 
 fs::path FindSource(std::u16string_view path) {
     fs::path spelled = ToNative(path);
-    if (Exists(spelled)) return spelled;
+    if (kNamesIgnoreCase || Exists(spelled)) return spelled;
     fs::path found;
     for (const fs::path& step : spelled) {
         fs::path next = found / step;
@@ -125,14 +124,12 @@ bool LiesWithin(const fs::path& file, const std::vector<std::u16string>& folders
         if (!folder.empty() && LiesPlainlyWithin(file, WithoutTrailingSeparator(ToNative(folder))))
             return true;
     }
-    std::error_code error;
-    const fs::path resolved = fs::canonical(file, error);
-    if (error) return false;
+    const std::optional<fs::path> resolved = Canonical(file);
+    if (!resolved) return false;
     return std::ranges::any_of(folders, [&resolved](const std::u16string& folder) {
         if (folder.empty()) return false;
-        std::error_code unresolved;
-        const fs::path canonical = fs::canonical(ToNative(folder), unresolved);
-        return !unresolved && IsBelow(resolved, canonical);
+        const std::optional<fs::path> canonical = Canonical(ToNative(folder));
+        return canonical && IsBelow(*resolved, *canonical);
     });
 }
 
