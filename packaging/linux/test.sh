@@ -9,7 +9,12 @@ need run forms package
 work=$(mktemp -d)
 root=$work/root
 build=$PWD/build/packages
-trap 'rm -rf --one-file-system "$work"' EXIT
+
+end() {
+    umount "$root/proc" 2>/dev/null || true
+    rm -rf --one-file-system "$work"
+}
+trap end EXIT
 
 fail() {
     echo "Failed: $*" >&2
@@ -33,6 +38,8 @@ make_root() {
     system=$(. /etc/os-release && echo "$VERSION_CODENAME")
     debootstrap --variant=minbase "$system" "$root" >"$work/debootstrap.log" ||
         { tail "$work/debootstrap.log" >&2; fail "no fresh Debian"; }
+    # The programs learn from it where they lie.
+    mount -t proc proc "$root/proc"
     cp /etc/resolv.conf "$root/etc/resolv.conf"
     mkdir -p "$root/home/user" "$root/board"
     cp -r samples/board/. "$root/board"

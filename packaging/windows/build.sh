@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# Makes Tessaly-<version>-windows-x64.zip on Linux: both programs, Docs, the manual and the licences of what is
+# linked in. Qt's base module is built for Windows once, from Debian's source package, into build/windows-qt.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. scripts/needs.sh
+need run forms windows package
+
+qt=$PWD/build/windows-qt
+toolchain=$PWD/packaging/windows/mingw-w64.cmake
+
+# The same lists of packages as the machine's own, but for sources, kept apart from them.
+apt_for_sources() {
+    apt-get -o Dir::Etc::SourceList="$qt/apt/sources.list" -o Dir::Etc::SourceParts="$qt/apt/parts" \
+        -o Dir::State::Lists="$qt/apt/lists" -o Dir::Cache="$qt/apt/cache" -qq "$@"
+}
+
+fetch_source() {
+    local version
+    # The tools that run on Linux must be of the same version.
+    version=$(dpkg-query -W -f='${source:Version}' qt6-base-dev-tools)
+    [ -d "$qt/source" ] && return
+    mkdir -p "$qt/apt/parts" "$qt/apt/lists/partial" "$qt/apt/cache/archives/partial"
+    sed -n 's/^deb /deb-src /p' /etc/apt/sources.list >"$qt/apt/sources.list" 2>/dev/null || true
+    if [ -f /etc/apt/sources.list.d/debian.sources ]; then
+        sed 's/^Types:.*/Types: deb-src/' /etc/apt/sources.list.d/debian.sources >"$qt/apt/parts/debian.sources"
+    fi
+    apt_for_sources update
+    (cd "$qt" && apt_for_sources source --download-only "qt6-base=$version")
+    dpkg-source -x "$qt"/qt6-base_*.dsc "$qt/unpacked"
+    mv "$qt/unpacked" "$qt/source"
+}
+
+# Only what the window needs: no network, databases, printing to files, OpenGL or tests; and what Debian has no
+# Windows build of comes from Qt's own tree.
+build_qt() {
+    local feature off=() own=()
+    [ -f "$qt/install/lib/cmake/Qt6/Qt6Config.cmake" ] && return
+    for feature in network sql xml testlib concurrent dbus vulkan printer pdf direct2d jpeg icu glib zstd; do
+        off+=("-DFEATURE_$feature=OFF")
+    done
+    for feature in graphicsview mdiarea wizard undoview fontdialog lcdnumber dial calendarwidget; do
+        off+=("-DFEATURE_$feature=OFF")
+    done
+    for feature in zlib pcre2 png freetype harfbuzz doubleconversion; do
+        own+=("-DFEATURE_system_$feature=OFF")
+    done
+    cmake -S "$qt/source" -B "$qt/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+        -DCMAKE_BUILD_TYPE=MinSizeRel -DCMAKE_INSTALL_PREFIX="$qt/install" -DBUILD_SHARED_LIBS=OFF \
+        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$(host_cmake_folder)" \
+        -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no "${off[@]}" "${own[@]}"
+    # An interrupted build is taken up again where it stood.
+    nice -n 19 cmake --build "$qt/build" --parallel
+    cmake --install "$qt/build" >"$qt/install.log"
+}
+
+host_cmake_folder() { dirname "$(dirname "$(dpkg -L qt6-base-dev | grep '/Qt6/Qt6Config.cmake$')")"; }
+
+gather_licences() {
+    local library
+    rm -rf "$qt/licences"
+    mkdir -p "$qt/licences/Qt"
+    cp "$qt/source/LICENSES"/{LGPL-3.0-only,GPL-3.0-only}.txt "$qt/licences/Qt/"
+    for library in freetype harfbuzz-ng libpng zlib pcre2 double-conversion md4c; do
+        mkdir "$qt/licences/Qt/$library"
+        find "$qt/source/src/3rdparty/$library" -maxdepth 1 \
+            \( -iname 'LICEN*' -o -iname 'COPYING*' -o -iname '*LICENSE.txt' \) \
+            -exec cp {} "$qt/licences/Qt/$library/" \;
+    done
+    for library in libcli11-dev nlohmann-json3-dev libsimpleini-dev mingw-w64-common gcc-mingw-w64-base; do
+        cp "/usr/share/doc/$library/copyright" "$qt/licences/$library.txt"
+    done
+}
+
+build_package() {
+    local build=$PWD/build/windows-package
+    cmake --preset windows -B "$build" -DTESSALY_FORMS=ON -DTESSALY_LICENCES="$qt/licences" \
+        -DCMAKE_PREFIX_PATH="$qt/install" -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$(host_cmake_folder)"
+    cmake --build "$build"
+    (cd "$build" && cpack)
+    ls -l "$build"/*.zip
+}
+
+fetch_source
+build_qt
+gather_licences
+build_package
