@@ -1,8 +1,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QStatusBar>
 #include <cstdio>
 
+#include "control/NameProgram.h"
 #include "forms/frmConvert.h"
 #include "forms/text.h"
 #include "platform/paths.h"
@@ -44,18 +46,8 @@ void AnswerWithoutScreen(int& argc, char** argv) {
 }
 
 std::u16string PathText(const QString& native) {
+    if (native.isEmpty()) return {};
     return tessaly::platform::AbsolutePathText(tessaly::platform::ToNative(tessaly::FromQt(native)));
-}
-
-void NameProgram(tessaly::ConversionState& state, const Arguments& arguments) {
-    namespace platform = tessaly::platform;
-    const std::filesystem::path program = platform::ToNative(platform::ProgramFile());
-    state.ProgramName = platform::ToPathText(program.filename());
-    state.ProgramFolder = platform::ToPathText(program.parent_path());
-    const QString folder = arguments.parser.value(arguments.programFolder);
-    if (!folder.isEmpty()) state.ProgramFolder = PathText(folder);
-    const QString ini = arguments.parser.value(arguments.ini);
-    if (!ini.isEmpty()) state.SettingsFile = PathText(ini);
 }
 
 QIcon ProgramIcon() {
@@ -86,9 +78,12 @@ int main(int argc, char** argv) {
         return kWrongUsage;
     }
     tessaly::ConversionState state;
-    NameProgram(state, arguments);
+    NameProgram(state, PathText(arguments.parser.value(arguments.programFolder)),
+                PathText(arguments.parser.value(arguments.ini)));
     tessaly::frmConvert form(state);
     if (!form.Load()) return kUntrapped;
     form.show();
+    constexpr int kMilliseconds = 15000;
+    form.statusBar()->showMessage(tessaly::ToQt(tessaly::SettingsNote(state)), kMilliseconds);
     return QApplication::exec();
 }

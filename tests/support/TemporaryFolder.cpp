@@ -29,7 +29,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 fs::path TemporaryFolder::Native(std::string_view name) const {
-    return name.empty() ? folder_ : folder_ / fs::path(name);
+    return name.empty() ? folder_ : (folder_ / fs::path(name)).make_preferred();
 }
 
 std::u16string TemporaryFolder::Path(std::string_view name) const {
