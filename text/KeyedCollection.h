@@ -20,8 +20,8 @@ template <typename Item>
 class KeyedCollection {
   public:
     KeyedCollection() = default;
-    KeyedCollection(KeyedCollection&&) = default;
-    KeyedCollection& operator=(KeyedCollection&&) = default;
+    KeyedCollection(KeyedCollection&&) noexcept = default;
+    KeyedCollection& operator=(KeyedCollection&&) noexcept = default;
     // The keys of a copy would lead to the items of the other.
     KeyedCollection(const KeyedCollection&) = delete;
     KeyedCollection& operator=(const KeyedCollection&) = delete;
