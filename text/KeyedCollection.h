@@ -43,9 +43,9 @@ class KeyedCollection {
 
     // The item of a key. Raises 5 when there is no such key.
     Item& Get(std::u16string_view key) {
-        Item* const item = Find(key);
-        if (item != nullptr) return *item;
-        Raise(kInvalidCall);
+        const auto place = places_.find(key);
+        if (place == places_.end()) Raise(kInvalidCall);
+        return place->second->second;
     }
 
     // Raises 5 when there is no such key.

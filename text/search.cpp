@@ -36,7 +36,8 @@ constexpr std::u16string_view kCommonMarks = u" -./\"<>";
 // and "s" have a third case, the Kelvin sign and the long s.
 constexpr std::array<char, 128> MakeRarities(bool ignoreCase) {
     std::array<char, 128> rarities{};
-    for (char16_t unit = 0; unit < rarities.size(); ++unit) {
+    for (std::size_t code = 0; code < rarities.size(); ++code) {
+        const auto unit = static_cast<char16_t>(code);
         const auto lower = static_cast<char16_t>(unit | 0x20);
         const bool hasThirdCase = ignoreCase && (lower == u'k' || lower == u's');
         char rarity = kRare;

@@ -65,8 +65,8 @@ std::u16string SourceOf(ConversionState& state, const std::u16string& address) {
     std::u16string_view folder = Element(parts, parts.size() - 2);
     if (EqualIgnoringCase(folder, u"secure") || EqualIgnoringCase(folder, u"messages")) folder = {};
     const std::u16string below = std::u16string(folder) + u"\\" + std::u16string(fileName);
-    const std::u16string first = UploadPath(state.DiscusMessageFolder, below);
-    const std::u16string second = UploadPath(state.DiscusSecureMessageFolder, below);
+    std::u16string first = UploadPath(state.DiscusMessageFolder, below);
+    std::u16string second = UploadPath(state.DiscusSecureMessageFolder, below);
     const auto folders = SourceFolders(state);
     if (ToolboxLibrary::FileExistsWithin(first, folders)) return first;
     if (ToolboxLibrary::FileExistsWithin(second, folders)) return second;
