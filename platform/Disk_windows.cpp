@@ -68,7 +68,7 @@ fs::path WithoutLongPrefix(const std::wstring& path) {
 class Search {
   public:
     explicit Search(const fs::path& folder)
-        : handle_(::FindFirstFileW((LongPath(folder) + L"\\*").c_str(), &found_)) {
+        : handle_(::FindFirstFileW((fs::path(LongPath(folder)) / L"*").c_str(), &found_)) {
         if (handle_ != INVALID_HANDLE_VALUE) return;
         const DWORD error = ::GetLastError();
         // A drive that is empty has not even the entry of itself.

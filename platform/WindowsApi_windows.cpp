@@ -12,6 +12,8 @@ std::wstring FullPath(const std::wstring& path) {
     const DWORD size = ::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
     std::wstring full(size, L'\0');
     full.resize(::GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
+    // The long form allows no empty step at the end; only a drive's root keeps its separator.
+    while (full.ends_with(L'\\') && !full.ends_with(L":\\")) full.pop_back();
     return full;
 }
 

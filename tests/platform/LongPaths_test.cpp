@@ -38,6 +38,19 @@ TEST(LongPaths, AFileDeepDownIsWrittenReadCopiedListedAndCounted) {
               "\x90\x01\x50\x98\x3C\xD2\x4F\xB0\xD6\x96\x3F\x7D\x28\xE1\x7F\x72");
 }
 
+TEST(FolderPaths, MayEndWithABackslash) {
+    const TemporaryFolder folder;
+    MakeFolders(folder.Path("top") + u"\\");
+    folder.Write("top/one.html", "a");
+    const std::u16string path = folder.Path("top") + u"\\";
+
+    EXPECT_TRUE(FolderExists(path));
+    EXPECT_EQ(Files(path), (std::vector<std::u16string>{u"one.html"}));
+    EXPECT_EQ(CountFiles(path, u".html"), 1);
+    DeleteFolder(path, NothingProtected());
+    EXPECT_FALSE(folder.Exists("top"));
+}
+
 TEST(LongPaths, AFileDeepDownIsFoundWithinItsFolder) {
     const TemporaryFolder folder;
     const std::u16string deep = DeepFolder(folder);
