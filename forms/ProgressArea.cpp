@@ -12,6 +12,9 @@ ProgressArea::ProgressArea(AreaField& field, QWidget* form) : QPlainTextEdit(for
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
+    // Deep topics are indented by many tabs.
+    constexpr int kTabCharacters = 4;
+    setTabStopDistance(kTabCharacters * fontMetrics().averageCharWidth());
     field.Appended = [this](std::u16string_view text) { Append(text); };
     field.Changed = [this, &field] { Replace(field.Text); };
     Replace(field.Text);

@@ -30,7 +30,7 @@ QLabel* AddLabel(QStatusBar* bar, const QString& name) {
 }  // namespace
 
 StatusLine::StatusLine(const ConversionState& state, QStatusBar* bar)
-    : state_(state), pages_(new QProgressBar(bar)) {
+    : state_(state), bar_(bar), pages_(new QProgressBar(bar)) {
     pages_->setObjectName(QStringLiteral("statusPages"));
     pages_->setAccessibleName(QStringLiteral("Pages read"));
     pages_->setMaximum(1);
@@ -43,6 +43,8 @@ StatusLine::StatusLine(const ConversionState& state, QStatusBar* bar)
 }
 
 void StatusLine::Begin() {
+    // A note would stand over the bar.
+    bar_->clearMessage();
     toRead_ = platform::CountFiles(state_.txtDiscusMessageFolder.Text, u".html");
     if (state_.optCreateHiddenTopics) {
         toRead_ += platform::CountFiles(state_.txtDiscusSecureMessageFolder.Text, u".html");
@@ -53,17 +55,17 @@ void StatusLine::Begin() {
 
 void StatusLine::Refresh() {
     constexpr std::int64_t kBetween = 100;
-    if (!isRunning_ || platform::SteadyMilliseconds() - shown_ < kBetween) return;
-    Show();
+    if (platform::SteadyMilliseconds() - shown_ >= kBetween) Show();
 }
 
 void StatusLine::End() {
-    isRunning_ = false;
     Show();
     remaining_->clear();
+    isRunning_ = false;
 }
 
 void StatusLine::Show() {
+    if (!isRunning_) return;
     shown_ = platform::SteadyMilliseconds();
     const std::int64_t elapsed = shown_ - began_;
     const std::int64_t read = state_.Progress.PagesRead;

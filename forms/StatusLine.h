@@ -18,15 +18,15 @@ class StatusLine {
     // A run begins: the .html files of the message folders are counted.
     void Begin();
 
-    // Brings the line up to date; cheap when that was done just now.
+    // Brings the line up to date; Refresh leaves it alone when that was done just now.
     void Refresh();
+    void Show();
 
     void End();
 
   private:
-    void Show();
-
     const ConversionState& state_;
+    QStatusBar* bar_;
     QProgressBar* pages_;
     QLabel* posts_;
     QLabel* elapsed_;

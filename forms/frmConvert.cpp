@@ -266,6 +266,7 @@ void frmConvert::HookIn() {
     state_.Caption.Changed();
     state_.ShowMessage = [this](std::u16string_view text) {
         ++boxesShown_;
+        status_->Show();
         ShowBox(this, ToQt(text));
     };
     state_.SetFocus = [this](TextField& field) { GiveFocusBack(field); };
@@ -283,7 +284,9 @@ void frmConvert::HookIn() {
 void frmConvert::TakeFirstSize(QWidget* form) {
     const QSize area = form->layout()->sizeHint();
     const QSize around(0, menuBar()->sizeHint().height() + statusBar()->sizeHint().height());
-    resize((area + around).boundedTo(screen()->availableSize()));
+    // The window's frame, which is not there yet, needs room too.
+    constexpr QSize kFrame(16, 40);
+    resize((area + around).boundedTo(screen()->availableSize() - kFrame));
 }
 
 QLineEdit* frmConvert::AddText(QWidget* form, const char* name, TextField& field) {

@@ -7,6 +7,9 @@ packages_for() {
     run) echo g++ cmake ninja-build libicu-dev libssl-dev libcli11-dev nlohmann-json3-dev libsimpleini-dev ;;
     test) echo libgtest-dev python3 ;;
     forms) echo qt6-base-dev ;;
+    pictures) echo xvfb xauth openbox imagemagick xdotool python3 ;;
+    manual) echo cmark-gfm weasyprint ;;
+    icons) echo librsvg2-bin ;;
     database) echo mariadb-server-core mariadb-client-core ;;
     bench) echo libbenchmark-dev ;;
     checks) echo clang clang-format-14 clang-tidy cppcheck ;;

@@ -322,7 +322,10 @@ class Run : public QObject {
         open.board.WriteSecurePage("40/40.html", "<html></html>");
         const auto* const pages = open.form.findChild<QProgressBar*>(QStringLiteral("statusPages"));
         QCOMPARE(pages->text(), QString());
+        QString behindTheSummary;
+        open.boxes.whenOpen = [&] { behindTheSummary = pages->text(); };
         open.Click("cmdConvert");
+        QCOMPARE(behindTheSummary, QStringLiteral("3 pages read of 5 files"));
         // The board file is one of the files.
         QCOMPARE(pages->text(), QStringLiteral("3 pages read of 5 files"));
         QCOMPARE(pages->maximum(), 5);
