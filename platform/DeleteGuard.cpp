@@ -9,19 +9,27 @@ namespace tessaly::platform {
 
 namespace {
 
-// The path with one kind of separator and none at its end; a root becomes the empty text.
-std::u16string Plain(std::u16string_view path) {
-    std::u16string plain(path);
-    ReplaceAll(plain, u"/", u"\\");
-    while (plain.ends_with(u'\\')) plain.pop_back();
-    return plain;
-}
-
 bool IsDriveLetter(std::u16string_view step) {
     return step.size() == 2 && step[1] == u':';
 }
 
-// "\\server\share" and what a path to a drive begins with, such as "\\?\C:", have four pieces.
+// The path with one kind of separator, none at its end and without the prefix of long paths; a root becomes
+// the empty text.
+std::u16string Plain(std::u16string_view path) {
+    constexpr std::u16string_view kLongShare = u"\\\\?\\UNC\\";
+    constexpr std::u16string_view kLong = u"\\\\?\\";
+    std::u16string plain(path);
+    ReplaceAll(plain, u"/", u"\\");
+    if (StandsAt(plain, 1, kLongShare)) {
+        plain.replace(0, kLongShare.size(), u"\\\\");
+    } else if (plain.starts_with(kLong) && IsDriveLetter(plain.substr(kLong.size(), 2))) {
+        plain.erase(0, kLong.size());
+    }
+    while (plain.ends_with(u'\\')) plain.pop_back();
+    return plain;
+}
+
+// "\\server\share" and a device such as "\\.\C:" have four pieces.
 bool IsRoot(const std::u16string& plain) {
     if (plain.empty() || IsDriveLetter(plain)) return true;
     return plain.starts_with(u"\\\\") && std::ranges::count(plain, u'\\') <= 3;

@@ -34,9 +34,8 @@ std::filesystem::path CanonicalAsFarAsItExists(const std::filesystem::path& path
 // With every missing parent.
 void CreateFolders(const std::filesystem::path& path);
 
-// Both put the file over whatever file stands at the target.
+// Puts the file over whatever file stands at the target.
 void MoveOver(const std::filesystem::path& path, const std::filesystem::path& target);
-void CopyOver(const std::filesystem::path& path, const std::filesystem::path& target);
 
 // Read-only ones too; what is not there is no failure. A folder goes with all it holds, a link as itself.
 void RemoveFile(const std::filesystem::path& path);

@@ -65,12 +65,6 @@ void MoveOver(const fs::path& path, const fs::path& target) {
     if (error) RaiseSystemError(error);
 }
 
-void CopyOver(const fs::path& path, const fs::path& target) {
-    std::error_code error;
-    fs::copy_file(path, target, fs::copy_options::overwrite_existing, error);
-    if (error) RaiseSystemError(error);
-}
-
 void RemoveFile(const fs::path& path) {
     std::error_code error;
     fs::remove(path, error);

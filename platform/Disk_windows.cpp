@@ -169,12 +169,6 @@ void MoveOver(const fs::path& path, const fs::path& target) {
         RaiseLastError();
 }
 
-void CopyOver(const fs::path& path, const fs::path& target) {
-    const std::wstring native = LongPath(target);
-    MakeWritable(native);
-    if (::CopyFileW(LongPath(path).c_str(), native.c_str(), FALSE) == 0) RaiseLastError();
-}
-
 void RemoveFile(const fs::path& path) {
     const std::wstring native = LongPath(path);
     MakeWritable(native);

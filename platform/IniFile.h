@@ -10,8 +10,8 @@ namespace tessaly::platform {
 std::optional<std::u16string> ReadIni(std::u16string_view file, std::u16string_view section,
                                       std::u16string_view key);
 
-// Writes one key, creating what is missing and keeping all else that the file holds. Raises 75 when the file
-// cannot be written.
+// Writes one key, creating what is missing and keeping the file's other sections, keys and comments. Line
+// ends in the value become blanks; blanks at its ends are kept. Raises 75 when the file cannot be written.
 void WriteIni(std::u16string_view file, std::u16string_view section, std::u16string_view key,
               std::u16string_view value);
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
+#include <utility>
 
 #include "platform/SystemConverter.h"
 #include "platform/ascii.h"
@@ -14,26 +16,35 @@ namespace tessaly::platform {
 
 namespace {
 
-// The units in which a charset's converter differs from what the bytes are.
+// A unit that a charset's converter has otherwise than the bytes mean it.
 struct Correction {
-    char16_t meant;
-    char16_t converters;
+    char16_t wrong;
+    char16_t right;
 };
 
-// Converters of this family turn the three control bytes 0x1A, 0x1C and 0x7F round.
-constexpr Correction kRotated[] = {{0x1A, 0x1C}, {0x1C, 0x7F}, {0x7F, 0x1A}};
-// The byte of the backslash shows as a won sign there.
-constexpr Correction kRotatedWithWon[] = {{0x1A, 0x1C}, {0x1C, 0x7F}, {0x7F, 0x1A}, {u'\\', u'\u20A9'}};
+using Corrections = std::span<const Correction>;
 
-struct Corrections {
-    const Correction* first = nullptr;
-    const Correction* last = nullptr;
-};
+// Converters of the family of shift-jis turn three control bytes round. The byte of the backslash is a won
+// sign in one charset and a yen sign in the Roman state of another: it is read as a backslash, and the signs
+// themselves are characters that these charsets do not have. A logo is written as another sign.
+constexpr char16_t kWon = u'\u20A9';
+constexpr char16_t kYen = u'\u00A5';
+constexpr char16_t kLogo = u'\uF86F';
 
-Corrections CorrectionsOf(const std::string& name) {
-    if (name == "windows-31j") return {std::begin(kRotated), std::end(kRotated)};
-    if (name == "iso-2022-kr") return {std::begin(kRotatedWithWon), std::end(kRotatedWithWon)};
-    return {};
+constexpr Correction kShiftJisRead[] = {{0x1C, 0x1A}, {0x7F, 0x1C}, {0x1A, 0x7F}};
+constexpr Correction kShiftJisWritten[] = {{0x1A, 0x1C}, {0x1C, 0x7F}, {0x7F, 0x1A}, {kLogo, u'?'}};
+constexpr Correction kKoreanMailRead[] = {{0x1C, 0x1A}, {0x7F, 0x1C}, {0x1A, 0x7F}, {kWon, u'\\'}};
+constexpr Correction kKoreanMailWritten[] = {
+    {0x1A, 0x1C}, {0x1C, 0x7F}, {0x7F, 0x1A}, {u'\\', kWon}, {kWon, u'?'}};
+constexpr Correction kJapaneseMailRead[] = {{kYen, u'\\'}};
+constexpr Correction kJapaneseMailWritten[] = {{kYen, u'?'}, {kLogo, u'?'}};
+
+void Correct(std::u16string& text, Corrections corrections) {
+    if (corrections.empty()) return;
+    for (char16_t& unit : text) {
+        const auto wrong = std::ranges::find(corrections, unit, &Correction::wrong);
+        if (wrong != corrections.end()) unit = wrong->right;
+    }
 }
 
 // Writes "?" for what the charset does not have. The default drops characters of no width silently.
@@ -111,10 +122,25 @@ void AppendUtf8(std::u16string_view text, std::string& bytes) {
 struct SystemConverter::Inner {
     bool isUtf8 = false;
     UConverter* converter = nullptr;
-    Corrections corrections;
+    Corrections read;
+    Corrections written;
+    bool hasText = false;
 
     ~Inner() {
         if (converter != nullptr) ucnv_close(converter);
+    }
+
+    void SetCorrections(const std::string& name) {
+        if (name == "windows-31j") {
+            read = kShiftJisRead;
+            written = kShiftJisWritten;
+        } else if (name == "iso-2022-kr") {
+            read = kKoreanMailRead;
+            written = kKoreanMailWritten;
+        } else if (name == "iso-2022-jp") {
+            read = kJapaneseMailRead;
+            written = kJapaneseMailWritten;
+        }
     }
 
     void Encode(std::u16string_view text, bool isLast, std::string& bytes) const {
@@ -143,7 +169,7 @@ SystemConverter::SystemConverter(const std::string& name) : inner_(std::make_uni
     ucnv_setFromUCallBack(inner_->converter, WriteQuestionMark, nullptr, nullptr, nullptr, &error);
     const UConverterToUCallback toUnicode = name == "utf-7" ? WriteAsciiOrReplacement : WriteReplacement;
     ucnv_setToUCallBack(inner_->converter, toUnicode, nullptr, nullptr, nullptr, &error);
-    inner_->corrections = CorrectionsOf(name);
+    inner_->SetCorrections(name);
 }
 
 SystemConverter::~SystemConverter() = default;
@@ -165,37 +191,23 @@ std::u16string SystemConverter::Decode(std::string_view bytes) {
         text.append(piece, target);
     }
     if (U_FAILURE(error)) Raise(kInvalidCall);
-    const Corrections corrections = inner_->corrections;
-    if (corrections.first == corrections.last) return text;
-    for (char16_t& unit : text) {
-        const auto* const wrong =
-            std::find_if(corrections.first, corrections.last,
-                         [unit](const Correction& one) { return one.converters == unit; });
-        if (wrong != corrections.last) unit = wrong->meant;
-    }
+    Correct(text, inner_->read);
     return text;
 }
 
 void SystemConverter::Append(std::u16string_view text, std::string& bytes) {
     if (inner_->isUtf8) return AppendUtf8(text, bytes);
-    const Corrections corrections = inner_->corrections;
-    if (corrections.first == corrections.last) return inner_->Encode(text, false, bytes);
+    if (text.empty()) return;
+    inner_->hasText = true;
+    if (inner_->written.empty()) return inner_->Encode(text, false, bytes);
     std::u16string corrected(text);
-    for (char16_t& unit : corrected) {
-        const auto* const right = std::find_if(corrections.first, corrections.last,
-                                               [unit](const Correction& one) { return one.meant == unit; });
-        if (right != corrections.last) {
-            unit = right->converters;
-        } else if (unit == u'\u20A9') {
-            // The won sign itself is a character that these charsets do not have.
-            unit = u'?';
-        }
-    }
+    Correct(corrected, inner_->written);
     inner_->Encode(corrected, false, bytes);
 }
 
 void SystemConverter::Finish(std::string& bytes) {
-    if (inner_->isUtf8) return;
+    // Without a text there would still be the head that iso-2022-kr writes.
+    if (!std::exchange(inner_->hasText, false)) return;
     inner_->Encode({}, true, bytes);
 }
 

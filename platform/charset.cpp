@@ -6,7 +6,9 @@
 
 #include "platform/SystemConverter.h"
 #include "platform/ascii.h"
+#include "text/RunTimeError.h"
 #include "text/folding.h"
+#include "text/split.h"
 
 namespace tessaly::platform {
 
@@ -56,10 +58,18 @@ constexpr std::string_view kSingleByteNames[] = {
     "iso-8859-13",  "iso-8859-14",  "iso-8859-15",  "koi8-r",       "koi8-u",
 };
 
-// A name beyond ASCII becomes one that no converter knows.
+bool IsNameUnit(char16_t unit) {
+    return (unit >= u'a' && unit <= u'z') || (unit >= u'0' && unit <= u'9') || unit == u'-' || unit == u'_' ||
+           unit == u'.' || unit == u':';
+}
+
+// The system's converters pass over other marks in a name, or take them for wishes.
 std::string CharsetMeant(std::u16string_view charset) {
     std::string name;
-    for (const char16_t unit : charset) name += unit < 0x80 ? static_cast<char>(Fold(unit)) : '?';
+    for (const char16_t unit : Folded(Trim(charset))) {
+        if (!IsNameUnit(unit)) Raise(kInvalidCall);
+        name += static_cast<char>(unit);
+    }
     for (const BrowserName& known : kBrowserNames) {
         if (known.name == name) return std::string(known.meaning);
     }

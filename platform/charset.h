@@ -14,8 +14,9 @@ struct ByteTable;
 // decode become U+FFFD. Raises 5 for a name that no decoder knows.
 std::u16string Decode(std::string_view bytes, std::u16string_view charset);
 
-// Turns a text into the bytes of a charset, piece by piece. No byte-order mark is written. A character that
-// the charset does not have becomes "?", one for a surrogate pair.
+// Turns a text into the bytes of a charset, piece by piece; a piece ends behind a whole character. No
+// byte-order mark is written. A character that the charset does not have becomes "?", one for a surrogate
+// pair.
 class Encoder {
   public:
     // Raises 5 for a name that no encoder knows.

@@ -10,6 +10,7 @@
 #include "platform/paths.h"
 #include "text/folding.h"
 #include "text/search.h"
+#include "text/split.h"
 
 namespace fs = std::filesystem;
 
@@ -60,7 +61,7 @@ std::vector<std::u16string> NamesIn(std::u16string_view folder, Kind wanted) {
 
 // The folder as the guard compares it: absolute, all links followed as far as the path exists.
 std::u16string Resolved(std::u16string_view folder) {
-    if (folder.empty()) return {};
+    if (Trim(folder).empty()) return {};
     return FromNativeText(CanonicalAsFarAsItExists(ToNative(folder)));
 }
 
@@ -82,8 +83,11 @@ std::int64_t CountBelow(const fs::path& folder, std::u16string_view ending) {
     IgnoringErrors([&] { entries = EntriesOf(folder); });
     std::int64_t count = 0;
     for (const Entry& entry : entries) {
-        if (FromNativeText(entry.name).ends_with(ending)) ++count;
-        if (entry.kind == Kind::kFolder && !entry.isLink) count += CountBelow(folder / entry.name, ending);
+        if (entry.kind == Kind::kFolder) {
+            if (!entry.isLink) count += CountBelow(folder / entry.name, ending);
+        } else if (FromNativeText(entry.name).ends_with(ending)) {
+            ++count;
+        }
     }
     return count;
 }
@@ -140,8 +144,12 @@ void WriteWholeFile(std::u16string_view path, const std::vector<std::string>& pi
 }
 
 void CopyFile(std::u16string_view source, std::u16string_view target) {
+    NativeFile from = NativeFile::OpenForReading(FindSource(source));
     FileBeside beside(ToNative(target));
-    CopyOver(FindSource(source), beside.Path());
+    NativeFile to = NativeFile::OpenForWriting(beside.Path());
+    std::string buffer(1 << 18, '\0');
+    while (const std::size_t got = from.Read(buffer.data(), buffer.size())) to.Write({buffer.data(), got});
+    to.Close();
     beside.Place();
 }
 
@@ -169,14 +177,21 @@ void DeleteFolder(std::u16string_view folder, const Protected& kept) {
         kept.showMessage(u"The folder " + std::u16string(folder) + u" is not deleted: " + reason);
         Raise(kPermissionDenied);
     }
-    RemoveFolder(ToNative(folder));
+    const fs::path native = WithoutTrailingSeparator(ToNative(folder));
+    if (KindAt(native) != Kind::kFolder) Raise(kPathNotFound);
+    RemoveFolder(native);
 }
 
 void DeleteFiles(std::u16string_view folder, std::u16string_view name) {
-    for (const std::u16string& file : Files(folder)) {
-        if (!Matches(Compared(file), Compared(name))) continue;
-        RemoveFile(ToNative(std::u16string(folder) + u"\\" + file));
+    const fs::path native = ToNative(folder);
+    int failed = kNoError;
+    for (const Entry& entry : EntriesOf(native)) {
+        if (entry.kind == Kind::kFolder) continue;
+        if (!Matches(Compared(FromNativeText(entry.name)), Compared(name))) continue;
+        const int error = IgnoringErrors([&] { RemoveFile(native / entry.name); });
+        if (error != kNoError) failed = error;
     }
+    if (failed != kNoError) Raise(static_cast<ErrorNumber>(failed));
 }
 
 }  // namespace tessaly::platform

@@ -57,11 +57,13 @@ struct Protected {
 };
 
 // Deletes a folder with all it holds, read-only files too, never following a link out of it. What is
-// protected it refuses: it shows a message that names the folder and the reason, and raises 70.
+// protected it refuses: it shows a message that names the folder and the reason, and raises 70. Raises 76 for
+// what is no folder.
 void DeleteFolder(std::u16string_view folder, const Protected& kept);
 
 // Deletes the files of one folder whose names match; "*" in the name stands for any text. Case differs as on
-// the file system. A file that is not there is no failure.
+// the file system. A file that is not there is no failure; one that cannot be deleted does not keep the
+// others.
 void DeleteFiles(std::u16string_view folder, std::u16string_view name);
 
 }  // namespace tessaly::platform

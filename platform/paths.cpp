@@ -15,14 +15,17 @@ namespace tessaly::platform {
 
 namespace {
 
-// The names of one folder by their folded form, as they were when the folder was last changed.
+// The names of one folder by their folded form, as they were when the folder was last changed. A listing that
+// was read right after a change is not settled: a second change in the same tick of the clock would not show.
 struct Listing {
     fs::file_time_type changed;
+    bool isSettled;
     std::map<std::u16string, fs::path> names;
 };
 
 Listing ReadListing(const fs::path& folder, fs::file_time_type changed) {
-    Listing listing{changed, {}};
+    const bool isSettled = fs::file_time_type::clock::now() - changed > std::chrono::seconds(2);
+    Listing listing{changed, isSettled, {}};
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const fs::path name = entry->path().filename();
@@ -32,8 +35,7 @@ Listing ReadListing(const fs::path& folder, fs::file_time_type changed) {
     return listing;
 }
 
-// Boards hold thousands of pages in a folder and links to pages that are gone, so listings are kept. One that
-// was read right after a change is read anew: a second change in the same tick of the clock would not show.
+// Boards hold thousands of pages in a folder and links to pages that are gone, so settled listings are kept.
 const Listing& ListingOf(const fs::path& folder) {
     constexpr std::size_t kMostKept = 64;
     static std::unordered_map<fs::path::string_type, Listing> kept;
@@ -41,8 +43,8 @@ const Listing& ListingOf(const fs::path& folder) {
     const fs::file_time_type changed = fs::last_write_time(folder, error);
     const fs::path::string_type& key = folder.native();
     const auto known = kept.find(key);
-    const bool isSettled = fs::file_time_type::clock::now() - changed > std::chrono::seconds(2);
-    if (known != kept.end() && known->second.changed == changed && isSettled) return known->second;
+    if (known != kept.end() && known->second.changed == changed && known->second.isSettled)
+        return known->second;
     if (kept.size() >= kMostKept) kept.clear();
     return kept.insert_or_assign(key, ReadListing(folder, changed)).first->second;
 }
@@ -55,10 +57,6 @@ bool Exists(const fs::path& path) {
 bool IsBelow(const fs::path& inner, const fs::path& folder) {
     const auto [step, rest] = std::ranges::mismatch(folder, inner);
     return step == folder.end() && rest != inner.end();
-}
-
-fs::path WithoutTrailingSeparator(const fs::path& path) {
-    return path.has_filename() ? path : path.parent_path();
 }
 
 // The quick way for nearly all files: spelled below the folder, with no dots and no links on the way.
@@ -93,7 +91,14 @@ std::u16string ToPathText(const fs::path& path) {
 std::u16string AbsolutePathText(const fs::path& path) {
     std::error_code error;
     const fs::path absolute = fs::absolute(path, error);
+    // Behind a link ".." leads to the folder above the link's target.
+    const bool goesUp = std::ranges::find(absolute, fs::path("..")) != absolute.end();
+    if (goesUp) return ToPathText(CanonicalAsFarAsItExists(path));
     return ToPathText((error ? path : absolute).lexically_normal());
+}
+
+fs::path WithoutTrailingSeparator(const fs::path& path) {
+    return path.has_filename() ? path : path.parent_path();
 }
 
 std::u16string WithNativeSeparators(std::u16string_view path) {

@@ -17,6 +17,9 @@ std::u16string ToPathText(const std::filesystem::path& path);
 // A native path, such as the command line gives, made absolute and turned into a path text.
 std::u16string AbsolutePathText(const std::filesystem::path& path);
 
+// The path without a separator at its end, behind which a link would be followed.
+std::filesystem::path WithoutTrailingSeparator(const std::filesystem::path& path);
+
 // The path text as another program on this machine opens it: with native separators.
 std::u16string WithNativeSeparators(std::u16string_view path);
 
