@@ -34,6 +34,7 @@ class TranslateTest : public ::testing::Test {
         BeginOutputFile(state.InternalLinksFile, folder + u"InternalLinksXXX.txt");
         BeginOutputFile(state.InternalLinksUpdateFile, folder + u"InternalLinksUpdateXXX.txt");
         mybbOpenOutputFiles(state);
+        state.SplitMBSize = 0;
         state.DefaultUserCount = 0;
         DiscusReadUserFile(state);
         state.optDisplay = false;
