@@ -126,6 +126,28 @@ TEST(SaveRedirectFile, EndsInAFailureForAPathWithoutAFolder) {
     EXPECT_FALSE(board.folder.Exists("output"));
 }
 
+TEST(SaveRedirectFile, EndsInAFailureForAnEmptyPath) {
+    RedirectBoard board;
+    SaveRedirectFile(board.state, u"", 1, u"", u"", u"");
+    EXPECT_EQ(board.messages,
+              (std::vector<std::u16string>{u"9 - SaveRedirectFile()\r\n\r\nSubscript out of range"}));
+}
+
+TEST(SaveRedirectFile, PutsPagesDirectlyBelowRedirectWhenTheyLieDirectlyInTheRoot) {
+    RedirectBoard board;
+    board.state.DiscusRootFolder = board.state.DiscusMessageFolder;
+    SaveRedirectFile(board.state, board.PublicPage(u"12\\345.html"), 1, u"", u"", u"");
+    EXPECT_EQ(board.folder.Files("output"), (std::vector<std::string>{"redirect/12/345.html"}));
+}
+
+TEST(SaveRedirectFile, LeavesTheWritingToItsOwnHandler) {
+    RedirectBoard board;
+    board.folder.MakeFolder(std::string("output/") + kPage);
+    SaveRedirectFile(board.state, board.PublicPage(u"12\\345.html"), 1, u"", u"", u"");
+    EXPECT_EQ(board.messages,
+              (std::vector<std::u16string>{u"3004 - WriteFileData()\r\n\r\nWrite to file failed."}));
+}
+
 TEST(SaveRedirectFile, WritesThePageInTheCharsetOfTheRun) {
     RedirectBoard board;
     board.state.Charset = u"iso-8859-2";

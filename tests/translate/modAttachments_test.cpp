@@ -1,98 +1,15 @@
 #include "translate/modAttachments.h"
 
-#include <filesystem>
-
-#include "tests/translate/TranslateTest.h"
+#include "tests/translate/AttachmentsTest.h"
 
 namespace tessaly {
 namespace {
 
-namespace fs = std::filesystem;
-
-using testing::Wide;
-
-constexpr std::u16string_view kHello = u"5D41402ABC4B2A76B9719D911017C592";
-constexpr std::u16string_view kFile = u"http://old.example/discus/messages/12/a.txt";
-
-std::u16string Section(std::u16string_view address) {
-    return u"<!--attachment: 1--><b>File</b> <a href=\"" + std::u16string(address) +
-           u"\" target=\"_blank\">a</a> (1 k)<!--/attachment-->";
-}
-
-class ProcessAttachmentsTest : public testing::TranslateTest {
-  protected:
-    ProcessAttachmentsTest() { state.PostCounter = 77; }
-
-    // The marker for member 5.
-    std::u16string Process(std::u16string_view text) {
-        body = text;
-        return ProcessAttachments(state, body, 5);
-    }
-
-    std::u16string Messages(std::string_view below) const { return state.DiscusMessageFolder + Wide(below); }
-    std::u16string Secure(std::string_view below) const {
-        return state.DiscusSecureMessageFolder + Wide(below);
-    }
-
-    static std::u16string Row(std::u16string_view aid, std::u16string_view hash, std::u16string_view path,
-                              std::u16string_view type, std::u16string_view size) {
-        return std::u16string(aid) + u",5,\"" + std::u16string(hash) + u"\",5,\"" + std::u16string(path) +
-               u"\",\"" + std::u16string(type) + u"\"," + std::u16string(size) + u",\"\",0,0,1,\"\"";
-    }
-
-    void ExpectTaken(std::u16string_view address, std::u16string_view path) {
-        const std::u16string section = Section(address);
-        EXPECT_EQ(Process(section), u"clip");
-        EXPECT_EQ(body, u"");
-        ASSERT_EQ(state.PageAttachmentRows.Count(), 1);
-        EXPECT_EQ(state.PageAttachmentRows.Get(u"1"), Row(u"1", kHello, path, u"txt", u"5"));
-        EXPECT_EQ(board.Output("attachments/1_5D41402ABC4B2A76B9719D911017C592"), "hello");
-    }
-
-    void ExpectNothingTaken(const std::u16string& text) {
-        EXPECT_EQ(Process(text), u"xx");
-        EXPECT_EQ(body, text);
-        EXPECT_EQ(state.AttachmentCounter, 0);
-        EXPECT_EQ(state.PageAttachmentRows.Count(), 0);
-        EXPECT_TRUE(board.folder.Files("output/attachments").empty());
-    }
-
-    // The section stays, and the line is shown and stands in both logs.
-    void ExpectRefusal(std::u16string_view address, const std::u16string& line) {
-        ExpectNothingTaken(Section(address));
-        EXPECT_EQ(state.txtArea.Text, line);
-        EXPECT_EQ(Wide(ErrorLog()), line + u"\r\n");
-        EXPECT_FALSE(state.CancelRequested);
-        mybbCloseOutputFiles(state);
-        EXPECT_TRUE(board.Log().ends_with(line + u"\r\n"));
-    }
-
-    void ExpectNotThere(std::u16string_view address, const std::u16string& first,
-                        const std::u16string& second, std::u16string_view original) {
-        ExpectRefusal(address, u"Attachment File Does Not Exist (mybb #Rec 77) - " + first +
-                                   u"\r\n   nor does " + second + u" - Original - " +
-                                   std::u16string(original) + u"\r\n");
-    }
-
-    void ExpectSilence(std::u16string_view address) {
-        ExpectNothingTaken(Section(address));
-        EXPECT_EQ(state.txtArea.Text, u"");
-        EXPECT_EQ(ErrorLog(), "");
-        EXPECT_TRUE(board.messages.empty());
-    }
-
-    void ExpectEndOfRun(const std::u16string& text, std::u16string_view failure) {
-        EXPECT_EQ(Process(text), u"xx");
-        EXPECT_EQ(body, text);
-        EXPECT_EQ(board.messages, (std::vector<std::u16string>{std::u16string(failure)}));
-        EXPECT_EQ(state.ToolboxA.RecordedErrors, board.messages);
-        EXPECT_TRUE(state.CancelRequested);
-    }
-
-    std::u16string body;
-};
-
-constexpr std::u16string_view kSubscript = u"9 - ProcessAttachments()\r\n\r\nSubscript out of range";
+using testing::kFile;
+using testing::kHello;
+using testing::kSubscript;
+using testing::ProcessAttachmentsTest;
+using testing::Section;
 
 TEST_F(ProcessAttachmentsTest, AFileIsCopiedGetsItsRowAndLeavesTheBody) {
     board.WritePage("12/a.txt", "hello");
@@ -287,15 +204,6 @@ TEST_F(ProcessAttachmentsTest, PercentSignsAreNotDecoded) {
     EXPECT_EQ(Process(Section(u"http://old.example/discus/messages/12/other%20file.txt")), u"xx");
 }
 
-TEST_F(ProcessAttachmentsTest, LettersBeyondAsciiArePartOfTheName) {
-    board.WritePage(
-        "12/gr\xC3\xB6\xC3\x9F"
-        "e.txt",
-        "hello");
-    ExpectTaken(u"http://old.example/discus/messages/12/gr\u00F6\u00DFe.txt",
-                state.DiscusMessageFolder + u"12\\gr\u00F6\u00DFe.txt");
-}
-
 TEST_F(ProcessAttachmentsTest, AFileWhoseCaseDiffersIsFoundAndKeepsTheSpellingOfTheAddress) {
     board.WritePage("12/A.TXT", "hello");
     ExpectTaken(kFile, Messages("12\\a.txt"));
@@ -311,31 +219,6 @@ TEST_F(ProcessAttachmentsTest, AFileThatTwoDotsReachOutsideTheSourceDoesNotExist
     state.DiscusRootFolder = state.DiscusMessageFolder;
     ExpectNotThere(u"http://old.example/discus/messages/../a.txt", Messages("..\\a.txt"), Secure("..\\a.txt"),
                    u"http:\\\\old.example\\discus\\messages\\..\\a.txt");
-}
-
-TEST_F(ProcessAttachmentsTest, AFileThatALinkReachesOutsideTheSourceDoesNotExist) {
-    board.folder.Write("outside.txt", "hello");
-    board.folder.MakeFolder("source/discus/messages/12");
-    fs::create_symlink(board.folder.Native("outside.txt"),
-                       board.folder.Native("source/discus/messages/12/a.txt"));
-    ExpectNotThere(kFile, Messages("12\\a.txt"), Secure("12\\a.txt"),
-                   u"http:\\\\old.example\\discus\\messages\\12\\a.txt");
-}
-
-TEST_F(ProcessAttachmentsTest, AFileBelowALinkedFolderOutsideTheSourceDoesNotExist) {
-    board.folder.Write("outside/a.txt", "hello");
-    fs::create_directory_symlink(board.folder.Native("outside"),
-                                 board.folder.Native("source/discus/messages/12"));
-    ExpectNotThere(kFile, Messages("12\\a.txt"), Secure("12\\a.txt"),
-                   u"http:\\\\old.example\\discus\\messages\\12\\a.txt");
-}
-
-TEST_F(ProcessAttachmentsTest, ALinkThatStaysInsideTheSourceIsFollowed) {
-    board.folder.Write("source/files/b.txt", "hello");
-    board.folder.MakeFolder("source/discus/messages/12");
-    fs::create_symlink(board.folder.Native("source/files/b.txt"),
-                       board.folder.Native("source/discus/messages/12/a.txt"));
-    ExpectTaken(kFile, Messages("12\\a.txt"));
 }
 
 TEST_F(ProcessAttachmentsTest, AFileWithoutADotHasItsWholePathAsType) {
@@ -393,25 +276,6 @@ TEST_F(ProcessAttachmentsTest, TheCopyReplacesAFileOfItsName) {
 }
 
 // A file that opens and fails at the first read.
-TEST_F(ProcessAttachmentsTest, AFileThatCannotBeReadEndsTheRunBeforeTheCounterRises) {
-    if (!fs::is_regular_file("/proc/self/mem")) GTEST_SKIP() << "no such file on this system";
-    state.DiscusMessageFolder = u"\\proc\\self\\";
-    ExpectEndOfRun(Section(u"http://old.example/discus/messages/mem"),
-                   u"57 - ProcessAttachments()\r\n\r\nDevice I/O error");
-    EXPECT_EQ(state.AttachmentCounter, 0);
-    EXPECT_EQ(state.PageAttachmentRows.Count(), 0);
-}
-
-TEST_F(ProcessAttachmentsTest, AFailedCopyEndsTheRunAndLeavesTheRowAndTheRaisedCounter) {
-    board.WritePage("12/a.txt", "hello");
-    board.folder.Write("output/attachments/1_5D41402ABC4B2A76B9719D911017C592/in the way", "x");
-    ExpectEndOfRun(Section(kFile), u"75 - ProcessAttachments()\r\n\r\nPath/File access error");
-    EXPECT_EQ(state.AttachmentCounter, 1);
-    EXPECT_EQ(state.PageAttachmentRows.Get(u"1"), Row(u"1", kHello, Messages("12\\a.txt"), u"txt", u"5"));
-    EXPECT_EQ(board.folder.Files("output/attachments"),
-              (std::vector<std::string>{"1_5D41402ABC4B2A76B9719D911017C592/in the way"}));
-}
-
 TEST_F(ProcessAttachmentsTest, ACopyIntoAFolderThatIsNotThereFailsForWantOfThePath) {
     board.WritePage("12/a.txt", "hello");
     state.mybbAttachmentsFolder = board.folder.Path("nowhere");
