@@ -16,10 +16,6 @@ using testing::TestBoard;
 
 constexpr const char* kIni = "program/tessaly-test.ini";
 
-std::optional<std::string> SettingOf(const TestBoard& board, std::string_view key) {
-    return SettingIn(board.folder.Read(kIni), key);
-}
-
 int NumberOfErrorIn(void (*step)(ConversionState&), ConversionState& state) {
     return IgnoringErrors([&] { step(state); });
 }
