@@ -253,7 +253,8 @@ TEST(DefaultAdmin, IsTrimmedAndEscapedButKeptAsTyped) {
     txtDefaultAdmin_LostFocus(program.state);
     EXPECT_EQ(program.state.DefaultAdmin, u"O({)Hara([) Scarlett");
     EXPECT_EQ(program.state.txtDefaultAdmin.Text, u"  O'Hara, Scarlett ");
-    EXPECT_EQ(program.Setting("mybb_Admin"), "  O'Hara, Scarlett ");
+    // Between quotes, which keep its blanks.
+    EXPECT_EQ(program.Setting("mybb_Admin"), "\"  O'Hara, Scarlett \"");
     EXPECT_TRUE(program.messages.empty());
     EXPECT_TRUE(program.focused.empty());
 }

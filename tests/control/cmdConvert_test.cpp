@@ -99,7 +99,7 @@ TEST(Checks, TakeTheAdministratorFromTheFieldAndKeepHim) {
     board.state.txtDefaultAdmin.SetText(u" The, boss");
     board.Convert();
     EXPECT_EQ(board.state.DefaultAdmin, u"The([) boss");
-    EXPECT_EQ(SettingIn(board.folder.Read("program/tessaly-test.ini"), "mybb_Admin"), "The, boss");
+    EXPECT_EQ(SettingIn(board.folder.Read("program/tessaly-test.ini"), "mybb_Admin"), "\" The, boss\"");
 }
 
 TEST(Checks, LeaveAStuckRunThatIsCancelledStuck) {
