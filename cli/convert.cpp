@@ -18,6 +18,7 @@ namespace {
 struct Screen {
     std::vector<std::u16string> messages;
     std::unique_ptr<ProgressLine> progress;
+    bool isInterrupted = false;
 };
 
 // Control characters of a board's texts must not reach the terminal.
@@ -32,6 +33,16 @@ std::u16string WithoutControls(std::u16string_view text) {
     return plain;
 }
 
+// A click on Cancel for Ctrl-C, from now on at the first chance. One while the folders are set up is
+// forgotten by the run, so it is made again.
+void PassOnInterrupts(ConversionState& state, Screen& screen) {
+    if (platform::TakeInterrupt()) {
+        screen.isInterrupted = true;
+        state.ToolboxA.EventInterval = 0;
+    }
+    if (screen.isInterrupted && !state.CancelRequested) cmdCancel_Click(state);
+}
+
 void HookIn(ConversionState& state, Screen& screen, const Options& options) {
     state.ShowMessage = [&state, &screen, &options](std::u16string_view text) {
         screen.messages.emplace_back(text);
@@ -40,7 +51,7 @@ void HookIn(ConversionState& state, Screen& screen, const Options& options) {
         if (!options.quiet) platform::WriteOutput(WithoutControls(text));
     };
     state.ToolboxA.HandleEvents = [&state, &screen] {
-        if (platform::TakeInterrupt() && state.cmdCancel.Enabled) cmdCancel_Click(state);
+        PassOnInterrupts(state, screen);
         if (screen.progress) screen.progress->Show();
     };
     platform::NoteInterrupts();
@@ -59,11 +70,7 @@ std::optional<std::u16string> Convert(ConversionState& state, Screen& screen, co
             screen.progress = std::make_unique<ProgressLine>(state);
         }
         cmdConvert_Click(state);
-        const std::u16string trouble = TroubledFilesText(state);
-        if (!trouble.empty()) {
-            screen.messages.push_back(trouble);
-            platform::WriteError(WithoutControls(trouble));
-        }
+        platform::WriteError(WithoutControls(TroubledFilesText(state)));
         return {};
     } catch (...) {
         const RunTimeError error = CurrentError();
@@ -78,18 +85,22 @@ int RunConversion(const Options& options) {
     Screen screen;
     HookIn(state, screen, options);
     const std::optional<std::u16string> untrapped = Convert(state, screen, options);
-    if (untrapped) platform::WriteError(u"Run-time error " + *untrapped + u"\n");
+    if (untrapped) {
+        if (screen.progress) screen.progress->Clear();
+        platform::WriteError(u"Run-time error " + *untrapped + u"\n");
+    }
     if (!options.report.empty()) {
         const int error =
             IgnoringErrors([&] { WriteReport(state, screen.messages, untrapped, options.report); });
         if (error != kNoError) {
             platform::WriteError(u"The report could not be written.\n");
-            return kTrouble;
+            return untrapped ? kUntrapped : kTrouble;
         }
     }
     if (untrapped) return kUntrapped;
     const std::size_t expected = state.Progress.SummaryShown ? 1 : 0;
-    return screen.messages.size() > expected ? kTrouble : kAllWell;
+    const bool isWell = screen.messages.size() == expected && state.Progress.TroubledFiles.empty();
+    return isWell ? kAllWell : kTrouble;
 }
 
 }  // namespace tessaly
