@@ -5,7 +5,7 @@
 #include <list>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "text/RunTimeError.h"
@@ -38,22 +38,23 @@ class KeyedCollection {
     // The item of a key, none when there is no such key.
     Item* Find(std::u16string_view key) {
         const auto place = places_.find(key);
-        return place == places_.end() ? nullptr : &place->second->second;
+        return place == places_.end() ? nullptr : &(*place)->second;
     }
 
     // The item of a key. Raises 5 when there is no such key.
     Item& Get(std::u16string_view key) {
         const auto place = places_.find(key);
         if (place == places_.end()) Raise(kInvalidCall);
-        return place->second->second;
+        return (*place)->second;
     }
 
     // Raises 5 when there is no such key.
     void Remove(std::u16string_view key) {
         const auto place = places_.find(key);
         if (place == places_.end()) Raise(kInvalidCall);
-        items_.erase(place->second);
+        const Place item = *place;
         places_.erase(place);
+        items_.erase(item);
     }
 
     std::int32_t Count() const { return static_cast<std::int32_t>(items_.size()); }
@@ -64,34 +65,38 @@ class KeyedCollection {
 
   private:
     using Items = std::list<std::pair<std::u16string, Item>>;
+    using Place = typename Items::iterator;
 
-    // The item is made before its key is entered: when memory runs out, neither is there.
-    void Insert(typename Items::iterator before, std::u16string_view key, Item item) {
-        Items made;
-        made.emplace_back(key, std::move(item));
-        const bool isNew = places_.try_emplace(std::u16string(key), made.begin()).second;
-        if (!isNew) Raise(kKeyExists);
-        items_.splice(before, made);
-    }
+    static std::u16string_view KeyOf(std::u16string_view key) { return key; }
+    static std::u16string_view KeyOf(Place place) { return place->first; }
 
-    Items items_;
     // Hashed and compared folded, so that looking up needs no copy of the key.
     struct FoldedHash {
         using is_transparent = void;
-        std::size_t operator()(std::u16string_view key) const {
+        std::size_t operator()(const auto& key) const {
             std::uint64_t hash = 0xCBF29CE484222325;
-            for (const char16_t unit : key) hash = (hash ^ Fold(unit)) * 0x100000001B3;
+            for (const char16_t unit : KeyOf(key)) hash = (hash ^ Fold(unit)) * 0x100000001B3;
             return static_cast<std::size_t>(hash ^ (hash >> 32));
         }
     };
     struct FoldedEqual {
         using is_transparent = void;
-        bool operator()(std::u16string_view one, std::u16string_view other) const {
-            return EqualIgnoringCase(one, other);
+        bool operator()(const auto& one, const auto& other) const {
+            return EqualIgnoringCase(KeyOf(one), KeyOf(other));
         }
     };
 
-    std::unordered_map<std::u16string, typename Items::iterator, FoldedHash, FoldedEqual> places_;
+    // The item is made before its key is entered: when memory runs out, neither is there.
+    void Insert(Place before, std::u16string_view key, Item item) {
+        Items made;
+        made.emplace_back(key, std::move(item));
+        if (!places_.insert(made.begin()).second) Raise(kKeyExists);
+        items_.splice(before, made);
+    }
+
+    Items items_;
+    // Large collections hold tens of thousands of members: each key is kept once, in its item.
+    std::unordered_set<Place, FoldedHash, FoldedEqual> places_;
 };
 
 }  // namespace tessaly
