@@ -89,6 +89,7 @@ class Search {
             } else if (anchor.rarity > second_.rarity) {
                 second_ = anchor;
             }
+            if (second_.rarity == kRare) break;
         }
         if (second_.rarity == 0) second_ = first_;
     }

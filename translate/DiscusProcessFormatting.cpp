@@ -1,9 +1,7 @@
 #include "translate/DiscusProcessFormatting.h"
 
-#include <algorithm>
-#include <array>
-
 #include "control/RoutineHandler.h"
+#include "text/folding.h"
 
 namespace tessaly {
 
@@ -41,37 +39,50 @@ void RewriteClosings(ConversionState& state, std::u16string& text, const std::ve
     }
 }
 
-// Tells which of the tags that become BBCode a text holds at all. Most hold few, and each replacement looks
-// through the whole text.
-class HeldTags {
-  public:
-    explicit HeldTags(std::u16string_view text) {
-        for (Position at = Find(text, u"<"); at != 0; at = Find(text, u"<", at + 1)) {
-            if (FindFirstOf(Between(text, at, at + 2), u"fFbBcC/") == 0) continue;
-            for (std::size_t tag = 0; tag < std::size(kTags); ++tag) {
-                isHeld_[tag] = isHeld_[tag] || StandsAt(text, at, kTags[tag]);
-            }
-        }
-    }
-
-    bool Hold(std::u16string_view tag) const {
-        return isHeld_[static_cast<std::size_t>(std::ranges::find(kTags, tag) - kTags)];
-    }
-
-    void Replace(std::u16string& text, std::u16string_view tag, std::u16string_view with) const {
-        if (Hold(tag)) ReplaceAll(text, tag, with);
-    }
-
-  private:
-    static constexpr std::u16string_view kTags[] = {kSize,       kFace,       kColor,       u"<b>",
-                                                    u"</b>",     u"<center>", u"</center>", u"</font>",
-                                                    u"</color>", u"</size>"};
-    std::array<bool, std::size(kTags)> isHeld_{};
+struct Tag {
+    std::u16string_view html;
+    std::u16string_view bbcode;
 };
 
-void CloseOpenings(ConversionState& state, const HeldTags& held, std::u16string& text) {
+constexpr Tag kTags[] = {
+    {u"<b>", u"[b]"},         {u"<center>", u"[center]"},
+    {kFace, u"[font="},       {kSize, u"[size="},
+    {kColor, u"[color="},     {u"</b>", u"[/b]"},
+    {u"</font>", u"[/font]"}, {u"</color>", u"[/color]"},
+    {u"</size>", u"[/size]"}, {u"</center>", u"[/center]"},
+};
+
+// The tag that stands at a "<"; none for another one. Its second character tells nearly all others.
+const Tag* TagAt(std::u16string_view text, Position at) {
+    const std::u16string_view inner = From(text, at + 1);
+    if (inner.empty()) return nullptr;
+    for (const Tag& tag : kTags) {
+        if (Fold(tag.html[1]) == Fold(inner.front()) && StandsAt(text, at, tag.html)) return &tag;
+    }
+    return nullptr;
+}
+
+// Each tag begins with the only "<" it has and none becomes one, so that one pass does what replacing them
+// one after the other would.
+void ReplaceTags(std::u16string& text) {
+    std::u16string replaced;
+    Position from = 1;
+    for (Position at = Find(text, u"<"); at != 0; at = Find(text, u"<", at + 1)) {
+        const Tag* const tag = TagAt(text, at);
+        if (tag == nullptr) continue;
+        replaced += Between(text, from, at);
+        replaced += tag->bbcode;
+        from = at + Length(tag->html);
+    }
+    if (from == 1) return;
+    replaced += From(text, from);
+    text = std::move(replaced);
+}
+
+void CloseOpenings(ConversionState& state, std::u16string& text) {
+    if (!Contains(text, u"<font ")) return;
     for (const std::u16string_view opening : {kSize, kFace, kColor}) {
-        if (held.Hold(opening)) CloseFontTagOpenings(state, text, opening);
+        CloseFontTagOpenings(state, text, opening);
     }
 }
 
@@ -87,24 +98,14 @@ std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string_vi
     if (holdsEqualsSign) {
         ReplaceAll(text, u"=-", u"=");
         ReplaceAll(text, u"=+", u"=");
+        CloseOpenings(state, text);
+        ReplaceAll(text, u"size= ", u"size=");
     }
-    const HeldTags held(text);
-    CloseOpenings(state, held, text);
-    held.Replace(text, u"<b>", u"[b]");
-    if (holdsEqualsSign) ReplaceAll(text, u"size= ", u"size=");
-    held.Replace(text, u"<center>", u"[center]");
-    held.Replace(text, kFace, u"[font=");
-    held.Replace(text, kSize, u"[size=");
-    held.Replace(text, kColor, u"[color=");
+    ReplaceTags(text);
     if (holdsEqualsSign) {
         ReplaceAll(text, u"color=ff0000]", u"color=red]");
         ReplaceAll(text, u"color=000000]", u"color=black]");
     }
-    held.Replace(text, u"</b>", u"[/b]");
-    held.Replace(text, u"</font>", u"[/font]");
-    held.Replace(text, u"</color>", u"[/color]");
-    held.Replace(text, u"</size>", u"[/size]");
-    held.Replace(text, u"</center>", u"[/center]");
     ReplaceAll(text, u"[/colo]", u"[/color]");
     state.ToolboxA.KeepResponsive();
     return text;
