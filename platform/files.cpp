@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 
 #include "platform/DeleteGuard.h"
 #include "platform/Disk.h"
@@ -100,8 +101,11 @@ bool FileExists(std::u16string_view path) {
 
 bool FileExistsWithin(std::u16string_view path, const std::vector<std::u16string>& folders) {
     fs::path file = ToNative(path);
-    if (KindAt(file) != Kind::kFile) file = FindSource(path);
-    return KindAt(file) == Kind::kFile && LiesWithin(file, folders);
+    if (KindAt(file) != Kind::kFile) {
+        file = FindSource(path);
+        if (KindAt(file) != Kind::kFile) return false;
+    }
+    return LiesWithin(file, folders);
 }
 
 bool FolderExists(std::u16string_view path) {
@@ -147,8 +151,9 @@ void CopyFile(std::u16string_view source, std::u16string_view target) {
     NativeFile from = NativeFile::OpenForReading(FindSource(source));
     FileBeside beside(ToNative(target));
     NativeFile to = NativeFile::OpenForWriting(beside.Path());
-    std::string buffer(1 << 18, '\0');
-    while (const std::size_t got = from.Read(buffer.data(), buffer.size())) to.Write({buffer.data(), got});
+    constexpr std::size_t kPieceSize = 1 << 18;
+    const auto piece = std::make_unique_for_overwrite<char[]>(kPieceSize);
+    while (const std::size_t got = from.Read(piece.get(), kPieceSize)) to.Write({piece.get(), got});
     to.Close();
     beside.Place();
 }
