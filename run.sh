@@ -7,10 +7,12 @@ cd "$(dirname "$0")"
 
 usage() {
     cat <<'END'
-./run.sh [folder of a board]
+./run.sh [--forms] [folder of a board]
 
 Builds Tessaly and converts the board into out/, which is deleted and built anew. Without a folder it takes
 the sample board. The folder is the one that holds discus/ and discus_admin_<number>/.
+
+With --forms the window opens on the board, its fields filled in; Convert is yours to press.
 
 The addresses come from the environment:
   WEBSITE   address of the old board; else read from its board-topics.html
@@ -56,6 +58,39 @@ convert() {
     rm -f build/run.ini
     build/release/bin/tessaly-cli convert --root "$board" --output out --program-folder . --ini build/run.ini \
         --website "$WEBSITE" --forum "$FORUM" --admin "$ADMIN"
+}
+
+# The fields, as a settings file of the window holds them.
+forms_settings() {
+    local root admin
+    root=$(realpath -- "$board")
+    admin=$(find "$root" -maxdepth 1 -type d -name 'discus_admin_[0-9]*' | head -n 1)
+    cat <<END
+[Settings]
+DiscusWebsite=$WEBSITE
+mybbForumAddr=$FORUM
+mybb_Admin=$ADMIN
+DiscusRootFolder=$root
+DiscusMessageFolder=$root/discus/messages
+DiscusSecureMessageFolder=$admin/secure
+DiscusMainFolder=$admin
+mybb_OutputFolder=$PWD/out
+END
+}
+
+open_forms() {
+    if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
+        echo "There is no screen here to open a window on. Without --forms the board is converted without one." >&2
+        return 1
+    fi
+    need run forms
+    mkdir -p build
+    echo "Building ..."
+    cmake --preset release -B build/forms -DTESSALY_TESTS=OFF -DTESSALY_WERROR="${TESSALY_WERROR:-OFF}" \
+        >build/run.log || { cat build/run.log >&2; return 1; }
+    cmake --build build/forms --target tessaly
+    forms_settings >build/forms.ini
+    exec build/forms/bin/tessaly --program-folder . --ini build/forms.ini
 }
 
 show_table() {
@@ -116,6 +151,11 @@ case ${1:-} in
 -h | --help)
     usage
     exit
+    ;;
+--forms)
+    shift
+    choose_board "$@"
+    open_forms
     ;;
 -*)
     usage >&2

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "control/CountPages.h"
 #include "platform/clock.h"
 #include "platform/console.h"
-#include "platform/files.h"
 #include "text/numbers.h"
 
 namespace tessaly {
@@ -22,10 +22,7 @@ std::u16string Minutes(std::int64_t milliseconds) {
 }  // namespace
 
 ProgressLine::ProgressLine(const ConversionState& state)
-    : state_(state),
-      pages_(platform::CountFiles(state.DiscusMessageFolder, u".html") +
-             platform::CountFiles(state.DiscusSecureMessageFolder, u".html")),
-      started_(platform::SteadyMilliseconds()) {
+    : state_(state), pages_(CountPages(state)), started_(platform::SteadyMilliseconds()) {
 }
 
 void ProgressLine::Show() {

@@ -8,6 +8,8 @@
 namespace tessaly {
 
 ProgressArea::ProgressArea(AreaField& field, QWidget* form) : QPlainTextEdit(form) {
+    // The style's own frame loses its upper edge at 125 and 150 per cent.
+    setFrameStyle(QFrame::Panel | QFrame::Sunken);
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);

@@ -5,8 +5,11 @@
 #include <QStatusBar>
 #include <algorithm>
 
+#include "control/CountPages.h"
+#include "control/troubledFiles.h"
+#include "forms/text.h"
 #include "platform/clock.h"
-#include "platform/files.h"
+#include "platform/paths.h"
 
 namespace tessaly {
 
@@ -30,25 +33,29 @@ QLabel* AddLabel(QStatusBar* bar, const QString& name) {
 }  // namespace
 
 StatusLine::StatusLine(const ConversionState& state, QStatusBar* bar)
-    : state_(state), bar_(bar), pages_(new QProgressBar(bar)) {
+    : state_(state), pages_(new QProgressBar(bar)), trouble_(new QLabel(bar)) {
     pages_->setObjectName(QStringLiteral("statusPages"));
     pages_->setAccessibleName(QStringLiteral("Pages read"));
     pages_->setMaximum(1);
     pages_->setValue(0);
     pages_->setFormat(QString());
     bar->addWidget(pages_, 1);
+    trouble_->setObjectName(QStringLiteral("statusTrouble"));
+    trouble_->setTextFormat(Qt::PlainText);
+    // A long path is cut off; it must not make the window wider.
+    trouble_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    trouble_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    trouble_->hide();
+    bar->addWidget(trouble_, 1);
     posts_ = AddLabel(bar, QStringLiteral("statusPosts"));
     elapsed_ = AddLabel(bar, QStringLiteral("statusElapsed"));
     remaining_ = AddLabel(bar, QStringLiteral("statusRemaining"));
 }
 
 void StatusLine::Begin() {
-    // A note would stand over the bar.
-    bar_->clearMessage();
-    toRead_ = platform::CountFiles(state_.txtDiscusMessageFolder.Text, u".html");
-    if (state_.optCreateHiddenTopics) {
-        toRead_ += platform::CountFiles(state_.txtDiscusSecureMessageFolder.Text, u".html");
-    }
+    trouble_->hide();
+    pages_->show();
+    toRead_ = CountPages(state_);
     began_ = platform::SteadyMilliseconds();
     isRunning_ = true;
 }
@@ -59,9 +66,20 @@ void StatusLine::Refresh() {
 }
 
 void StatusLine::End() {
-    Show();
-    remaining_->clear();
     isRunning_ = false;
+    TellTroubledFiles();
+}
+
+// The first one stands in the line, the others in its tool tip.
+void StatusLine::TellTroubledFiles() {
+    const auto& files = state_.Progress.TroubledFiles;
+    if (files.empty()) return;
+    trouble_->setText(QStringLiteral("Files that could not be read or written: %1, beginning with %2")
+                          .arg(files.size())
+                          .arg(ToQt(platform::WithNativeSeparators(files.front()))));
+    trouble_->setToolTip(ToQt(TroubledFilesText(state_)));
+    pages_->hide();
+    trouble_->show();
 }
 
 void StatusLine::Show() {
@@ -73,11 +91,15 @@ void StatusLine::Show() {
     const std::int64_t all = std::max({toRead_, read, std::int64_t{1}});
     pages_->setMaximum(static_cast<int>(all));
     pages_->setValue(static_cast<int>(read));
-    pages_->setFormat(QStringLiteral("%1 pages read of %2 files").arg(read).arg(std::max(toRead_, read)));
+    pages_->setFormat(QStringLiteral("%1 of %2 pages read").arg(read).arg(std::max(toRead_, read)));
     posts_->setText(QStringLiteral("%1 posts").arg(state_.PostCounter));
     elapsed_->setText(QStringLiteral("%1 elapsed").arg(Duration(elapsed)));
     if (read > 0)
         remaining_->setText(QStringLiteral("%1 remaining").arg(Duration(elapsed * (all - read) / read)));
+    if (!state_.Progress.SummaryShown) return;
+    // How long the summary stands on the screen is no part of the run.
+    remaining_->clear();
+    isRunning_ = false;
 }
 
 }  // namespace tessaly

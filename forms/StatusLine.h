@@ -15,19 +15,22 @@ class StatusLine {
   public:
     StatusLine(const ConversionState& state, QStatusBar* bar);
 
-    // A run begins: the .html files of the message folders are counted.
+    // A run begins: the pages of the message folders are counted.
     void Begin();
 
     // Brings the line up to date; Refresh leaves it alone when that was done just now.
     void Refresh();
     void Show();
 
+    // The run has ended. Files that it could not read or write are named in place of the bar.
     void End();
 
   private:
+    void TellTroubledFiles();
+
     const ConversionState& state_;
-    QStatusBar* bar_;
     QProgressBar* pages_;
+    QLabel* trouble_;
     QLabel* posts_;
     QLabel* elapsed_;
     QLabel* remaining_;

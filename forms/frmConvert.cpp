@@ -183,7 +183,8 @@ void frmConvert::BuildCounts(QWidget* form, DesignLayout* layout) {
 void frmConvert::BuildFrame(QWidget* form, DesignLayout* layout) {
     auto* const frame = new QFrame(form);
     frame->setObjectName(QStringLiteral("Frame1"));
-    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    // The style's own frame loses its upper edge at 125 and 150 per cent.
+    frame->setFrameStyle(QFrame::Box | QFrame::Sunken);
     auto* const inside = new DesignLayout(frame, kFrameSize, kFrameSize);
 
     QLineEdit* const admin = AddText(frame, "txtDefaultAdmin", state_.txtDefaultAdmin);

@@ -103,7 +103,8 @@ QWidget* frmOptions::BuildFrame(QWidget* panel) {
     };
     auto* const frame = new QFrame(panel);
     frame->setObjectName(QStringLiteral("frame1"));
-    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    // The style's own frame loses its upper edge at 125 and 150 per cent.
+    frame->setFrameStyle(QFrame::Box | QFrame::Sunken);
     auto* const layout = new DesignLayout(frame, kSize, kSize);
     for (const Option& option : options) {
         auto* const box = new QCheckBox(option.caption, frame);

@@ -90,7 +90,7 @@ sample_run() {
 large_run() {
     open_window "$work/large"
     xdotool key alt+c
-    sleep 3
+    sleep 2
     photograph run
     xdotool key alt+l
     wait_for '^Tessaly$'
@@ -98,16 +98,31 @@ large_run() {
     close_window
 }
 
-# The first argument says what is larger: QT_SCALE_FACTOR=2 all, QT_FONT_DPI=144 the system's font.
 enlarged() {
-    export "${1?}"
     open_window "$work/sample"
+    xdotool key alt+o
+    wait_for '^Options$'
+    photograph "$1-options"
+    xdotool key Escape
+    sleep 1
     xdotool key alt+c
     wait_for '^Tessaly$'
     xdotool key Return
     sleep 1
-    photograph "$2"
+    photograph "$1"
     close_window
+}
+
+at_scale() {
+    export QT_SCALE_FACTOR=$1
+    enlarged "$2"
+}
+
+# A desktop's settings are the only way to another system font.
+with_font() {
+    export XDG_CURRENT_DESKTOP=KDE KDE_SESSION_VERSION=5 XDG_CONFIG_HOME=$work
+    printf '[General]\nfont=DejaVu Sans,%s,-1,5,50,0,0,0,0,0\n' "$1" >"$work/kdeglobals"
+    enlarged "$2"
 }
 
 # A screen of its own, on which this script runs a function.
@@ -120,16 +135,16 @@ screen() {
 take_pictures() {
     need pictures
     lay_out "$work/sample" samples/board
-    python3 -B bench/generate_board.py --pages 8000 --posts 40000 --members 500 "$work/board" >/dev/null
+    python3 -B bench/generate_board.py --pages 16000 --posts 160000 --members 500 "$work/board" >/dev/null
     lay_out "$work/large" "$work/board"
     screen 1280x860 sample_run
     screen 1280x860 large_run
-    screen 2560x1600 enlarged QT_SCALE_FACTOR=1.25 scale-125
-    screen 2560x1600 enlarged QT_SCALE_FACTOR=1.5 scale-150
-    screen 2560x1600 enlarged QT_SCALE_FACTOR=2 scale-200
-    screen 2560x1600 enlarged QT_FONT_DPI=144 font-150
+    screen 2560x1600 at_scale 1.25 scale-125
+    screen 2560x1600 at_scale 1.5 scale-150
+    screen 2560x1600 at_scale 2 scale-200
+    screen 2560x1600 with_font 16 font-16
     # A screen on which the form does not fit.
-    screen 1366x768 enlarged QT_SCALE_FACTOR=2 scale-200-small-screen
+    screen 1366x768 at_scale 2 scale-200-small-screen
 }
 
 if [ "${1:-}" = on-screen ]; then
