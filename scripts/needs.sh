@@ -9,7 +9,7 @@ packages_for() {
     forms) echo qt6-base-dev ;;
     pictures) echo xvfb xauth openbox imagemagick xdotool python3 ;;
     manual) echo cmark-gfm weasyprint ;;
-    icons) echo librsvg2-bin ;;
+    icons) echo librsvg2-bin icoutils ;;
     database) echo mariadb-server-core mariadb-client-core ;;
     bench) echo libbenchmark-dev ;;
     checks) echo clang clang-format-14 clang-tidy cppcheck ;;
