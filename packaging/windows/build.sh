@@ -35,11 +35,11 @@ fetch_source() {
     mv "$qt/unpacked" "$qt/source"
 }
 
-# Debian's package lacks the header for pen tablets, whose licence forbids changes, and the module for printing does
-# not compile without a printer. The text that goes with the licences tells of it too.
+# Debian's package lacks the header for pen tablets, whose licence forbids changes. DirectWrite's list of fonts is
+# there only with Direct2D, and the module for printing compiles only with a printer. licences.txt tells of it too.
 leave_out() {
     local windows=$1/src/plugins/platforms/windows
-    sed -i 's/QT_CONFIG(tabletevent)/0/' "$windows"/*.h "$windows"/*.cpp
+    sed -i 's/QT_CONFIG(\(tabletevent\|directwrite3\))/0/' "$windows"/*.h "$windows"/*.cpp
     sed -i 's/CONDITION QT_FEATURE_tabletevent/CONDITION FALSE/' "$windows/CMakeLists.txt"
     sed -i 's/^if(QT_FEATURE_printsupport)/if(FALSE)/' "$1/src/CMakeLists.txt"
 }
