@@ -34,6 +34,9 @@ std::filesystem::path CanonicalAsFarAsItExists(const std::filesystem::path& path
 // With every missing parent.
 void CreateFolders(const std::filesystem::path& path);
 
+// A number that no other process has as long as this one runs.
+unsigned long ProcessNumber();
+
 // Puts the file over whatever file stands at the target.
 void MoveOver(const std::filesystem::path& path, const std::filesystem::path& target);
 

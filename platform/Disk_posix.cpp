@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include "platform/Disk.h"
 #include "platform/failures.h"
 
@@ -57,6 +59,10 @@ void CreateFolders(const fs::path& path) {
     std::error_code error;
     fs::create_directories(path, error);
     if (error && KindAt(path) != Kind::kFolder) RaiseSystemError(error);
+}
+
+unsigned long ProcessNumber() {
+    return static_cast<unsigned long>(::getpid());
 }
 
 void MoveOver(const fs::path& path, const fs::path& target) {

@@ -162,6 +162,10 @@ void CreateFolders(const fs::path& path) {
     RaiseLastError();
 }
 
+unsigned long ProcessNumber() {
+    return ::GetCurrentProcessId();
+}
+
 void MoveOver(const fs::path& path, const fs::path& target) {
     const std::wstring native = LongPath(target);
     MakeWritable(native);

@@ -20,9 +20,12 @@ namespace tessaly::platform {
 namespace {
 
 // A file that is written beside its place and takes it when all of it is written; gone again when that fails.
+// It has a short name, since the target's may be as long as a name can be, and one that no other run writes to.
 class FileBeside {
   public:
-    explicit FileBeside(const fs::path& target) : target_(target), path_(target) { path_ += ".part"; }
+    explicit FileBeside(const fs::path& target)
+        : target_(target),
+          path_(target.parent_path() / ("tessaly-" + std::to_string(ProcessNumber()) + ".part")) {}
 
     ~FileBeside() {
         if (!isPlaced_) IgnoringErrors([this] { RemoveFile(path_); });

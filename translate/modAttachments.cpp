@@ -98,7 +98,8 @@ void TakeFile(ConversionState& state, const std::u16string& source, std::int32_t
     row.BuildString(text);
     state.PageAttachmentRows.Add(ToText(state.PageAttachmentRows.Count() + 1), text);
     const std::u16string copy = state.mybbAttachmentsFolder + u"\\" + ToText(row.aid) + u"_" + row.posthash;
-    WithFile(state, copy, [&] { platform::CopyFile(source, copy); });
+    // Either may be what failed.
+    WithFile(state, source, [&] { WithFile(state, copy, [&] { platform::CopyFile(source, copy); }); });
 }
 
 }  // namespace

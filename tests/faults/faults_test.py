@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Runs tessaly-cli into faults: full disks, vanished folders, signals, two runs at once. After each the source is
-as it was, no import file is half written under its name, and what failed is told by name."""
+"""Runs tessaly-cli into faults: full disks, vanished files and folders, broken reads, signals, two runs at once.
+After each the source is as it was, no file is half written under its name, and what failed is told by name."""
 
 import argparse
 import csv
 import hashlib
 import os
 import random
+import re
 import shutil
 import signal
 import subprocess
@@ -55,8 +56,14 @@ def command(output, ini="run.ini"):
         "--program-folder", str(scratch / "program"), "--ini", str(scratch / ini)]  # fmt: skip
 
 
-def run(output):
-    return subprocess.run(command(output), capture_output=True, text=True, timeout=300)
+def run(output, environment=None):
+    return subprocess.run(
+        command(output), capture_output=True, text=True, timeout=300, env={**os.environ, **(environment or {})})  # fmt: skip
+
+
+def told(path):
+    """The path as messages show it."""
+    return str(path).replace("/", "\\")
 
 
 def start(output, ini="run.ini"):
@@ -73,12 +80,58 @@ class Faults(unittest.TestCase):
         self.assertEqual(state_of(board), self.before)
 
     def assertWhole(self, folder):
-        """Each import file ends with a whole row, and all its rows have as many fields."""
+        """Each import file ends with a whole row, and all its rows have as many fields. A redirection page ends as
+        its pattern does. A copied attachment is named after its content."""
         for path in folder.glob("mybb_*.txt"):
             text = path.read_bytes().decode("cp1252", "replace")
             self.assertTrue(text == "" or text.endswith("\r\n"), path)
             counts = {len(row) for row in csv.reader(text.split("\r\n")[:-1])}
             self.assertLessEqual(len(counts), 1, path)
+        for path in folder.glob("redirect/**/*.html"):
+            self.assertTrue(path.read_bytes().endswith(b"</html>\n"), path)
+        for path in folder.glob("attachments/*_*"):
+            if path.suffix != ".part":
+                self.assertEqual(path.name.split("_")[1], hashlib.md5(path.read_bytes()).hexdigest().upper())
+
+    def assertLoadable(self, folder):
+        """The script names files that are there, each once."""
+        script = folder / "Discus Conversion Import SQL.sql"
+        text = script.read_bytes().decode() if script.is_file() else ""
+        names = re.findall(r"^LOAD DATA LOCAL INFILE '(.*)' INTO TABLE mybb_[a-z]+\r$", text, re.MULTILINE)
+        self.assertEqual(len(names), len(set(names)))
+        for name in names:
+            self.assertTrue(Path(name).is_file(), name)
+
+    def assertCancelled(self, done):
+        """A run that told of trouble and took its closing steps."""
+        self.assertEqual(done.returncode, 1, done.stderr)
+        self.assertIn("Conversion Cancelled", done.stdout)
+        self.assertIn("Conversion Stop: ", done.stdout)
+        self.assertWhole(self.output)
+        self.assertLoadable(self.output)
+        self.assertEqual(list(self.output.rglob("*.part")), [])
+
+    def runWithFault(self, kind, opening, path):
+        fault = f"{kind} {opening} {path}"
+        # The file stands in front of the sanitizers' own library, which is all right.
+        return run(self.output, {
+            "LD_PRELOAD": programs.failing_reads, "TESSALY_FAULT": fault,
+            "ASAN_OPTIONS": "verify_asan_link_order=0"})  # fmt: skip
+
+    def failBothWays(self, path, label, opening=1):
+        """Has the file vanish between the test for it and its reading, and its reading break off in the middle. Gives
+        what the two runs told."""
+        results = []
+        for kind, error in (
+            ("vanish", "3002 - " + label + "\n\nFile could not be opened.\n"),
+            ("break", "57 - " + label + "\n\nDevice I/O error\n"),
+        ):
+            with self.subTest(kind=kind, path=path):
+                done = self.runWithFault(kind, opening, path)
+                self.assertCancelled(done)
+                self.assertIn(error, done.stderr)
+                results.append(done)
+        return results
 
     def waitForPages(self, child, count):
         """Until so many redirection pages stand, or the run has ended."""
@@ -90,6 +143,7 @@ class Faults(unittest.TestCase):
         done = run(self.output)
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         self.assertWhole(self.output)
+        self.assertLoadable(self.output)
 
     def test_a_source_without_write_permission_converts_like_any_other(self):
         if os.geteuid() != 0:
@@ -125,10 +179,65 @@ class Faults(unittest.TestCase):
         words[words.index("--root") + 1] = str(copy)
         done = subprocess.run([*nobody, *words], capture_output=True, text=True, timeout=300)
         self.assertEqual(done.returncode, 1)
-        name = str(page).replace("/", "\\")
-        self.assertIn("3002 - GetFileDataCharset() - " + name + "\n\nFile could not be opened.", done.stderr)
+        self.assertIn("3002 - GetFileDataCharset() - " + told(page) + "\n\nFile could not be opened.", done.stderr)
         self.assertIn("Conversion Cancelled", done.stdout)
         self.assertWhole(work / "result")
+
+    def test_a_page_that_fails_while_it_is_read_is_named_and_ends_the_run(self):
+        page = sorted((board / "discus" / "messages").rglob("*.html"))[-1]
+        self.failBothWays(page, "GetFileDataCharset() - " + told(page))
+
+    def test_a_board_file_that_fails_while_it_is_read_is_named_and_leaves_the_members(self):
+        path = board / "discus" / "messages" / "board-topics.html"
+        self.failBothWays(path, "GetFileDataCharset() - " + told(path))
+        self.assertTrue((self.output / "mybb_users1.txt").is_file())
+        self.assertFalse((self.output / "mybb_forums1.txt").exists())
+
+    def test_a_member_file_that_fails_while_it_is_read_is_named_and_leaves_no_rows(self):
+        path = board / generate_board.ADMIN_FOLDER / "users.txt"
+        self.failBothWays(path, "GetFileDataCharset() - " + told(path.with_name("Users.txt")))
+        self.assertEqual(list(self.output.glob("mybb_*.txt")), [])
+
+    def test_a_page_that_fails_while_its_charset_is_looked_for_is_named_and_ends_the_run(self):
+        page = board / "discus" / "messages" / "1" / "1.html"
+        self.failBothWays(page, "GetFileDataANSI() - " + told(page))
+        self.assertEqual(list(self.output.glob("mybb_*.txt")), [])
+
+    def test_a_pattern_that_fails_while_it_is_read_is_named_and_counts_as_missing(self):
+        path = scratch / "program" / "Docs" / "Redirect.html"
+        for done in self.failBothWays(path, "GetFileDataANSI() - " + told(path)):
+            self.assertIn("Source Redirect file not found - " + told(path), done.stderr)
+            self.assertIn("Conversion Start: \n", done.stdout)
+
+    def test_a_character_file_that_fails_while_it_is_read_is_named_and_ends_the_run(self):
+        path = scratch / "program" / "Docs" / "iso-8859-1.txt"
+        self.failBothWays(path, "GetFileDataCharset() - " + told(path))
+        self.assertEqual(list(self.output.glob("mybb_*.txt")), [])
+
+    def test_a_links_file_that_fails_while_it_is_read_back_is_named(self):
+        path = self.output / "InternalLinks1.txt"
+        self.failBothWays(path, "GetFileDataCharset() - " + told(path))
+        self.assertTrue(path.is_file())
+        self.assertFalse((self.output / "InternalLinksUpdate1.txt").exists())
+
+    def test_an_upload_that_fails_while_it_is_read_is_named_and_leaves_no_copy(self):
+        upload = sorted((board / "discus" / "messages").rglob("manual-*.pdf"))[0]
+        # It is opened for its length, for its hash and for its copy.
+        for kind, opening, error in (
+            ("vanish", 1, "53 - ProcessAttachments()\n\nFile not found\n"),
+            ("vanish", 2, "53 - ProcessAttachments()\n\nFile not found\n"),
+            ("vanish", 3, "53 - ProcessAttachments()\n\nFile not found\n"),
+            ("break", 2, "57 - ProcessAttachments()\n\nDevice I/O error\n"),
+            ("break", 3, "57 - ProcessAttachments()\n\nDevice I/O error\n"),
+        ):
+            with self.subTest(kind=kind, opening=opening):
+                done = self.runWithFault(kind, opening, upload)
+                self.assertCancelled(done)
+                self.assertIn(error, done.stderr)
+                self.assertIn("These files could not be read or written.", done.stderr)
+                self.assertIn(told(upload) + "\n", done.stderr)
+                digest = hashlib.md5(upload.read_bytes()).hexdigest().upper()
+                self.assertEqual(list((self.output / "attachments").glob("*_" + digest)), [])
 
     def test_a_full_disk_is_told_with_the_file_and_leaves_whole_files(self):
         mounted = scratch / "small"
@@ -171,6 +280,7 @@ class Faults(unittest.TestCase):
             if child.returncode == 1:
                 self.assertIn("Conversion Cancelled", out)
             self.assertWhole(self.output)
+            self.assertLoadable(self.output)
 
     def test_a_killed_run_leaves_whole_files(self):
         moments = random.Random(12)
@@ -181,6 +291,7 @@ class Faults(unittest.TestCase):
             child.kill()
             child.communicate(timeout=300)
             self.assertWhole(self.output)
+            self.assertLoadable(self.output)
 
     def test_two_runs_into_one_folder_both_end(self):
         children = [start(self.output), start(self.output, "other.ini")]
@@ -194,5 +305,6 @@ class Faults(unittest.TestCase):
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("--cli", required=True)
+    parser.add_argument("--failing-reads", required=True)
     programs, rest = parser.parse_known_args()
     unittest.main(argv=[sys.argv[0], *rest])

@@ -225,6 +225,14 @@ TEST(WriteWholeFile, IntoAFolderThatMayNotBeWrittenFailsAndKeepsTheOldFile) {
     fs::permissions(folder.Native("closed"), kEveryone);
 }
 
+TEST(WriteWholeFile, TakesTheLongestNameThatThereIs) {
+    const TemporaryFolder folder;
+    const std::string name = std::string(251, 'n') + ".txt";
+    WriteWholeFile(folder.Path(name), {"text"});
+    CopyFile(folder.Path(name), folder.Path(std::string(255, 'c')));
+    EXPECT_EQ(folder.Files(), (Files8{std::string(255, 'c'), name}));
+}
+
 // A write that stops in the middle, for whoever runs the tests.
 class FileSizeLimit {
   public:

@@ -114,6 +114,17 @@ TEST(WriteWholeFile, ReplacesAnOldFileAndLeavesNothingBesideIt) {
     EXPECT_EQ(folder.Files(), (Files8{"a.txt"}));
 }
 
+TEST(WriteWholeFile, LeavesAloneWhatAnotherRunIsWriting) {
+    const TemporaryFolder folder;
+    folder.Write("a.txt.part", "another run's");
+    folder.Write("tessaly-0.part", "another run's");
+    WriteWholeFile(folder.Path("a.txt"), {"own"});
+    EXPECT_EQ(folder.Read("a.txt"), "own");
+    EXPECT_EQ(folder.Read("a.txt.part"), "another run's");
+    EXPECT_EQ(folder.Read("tessaly-0.part"), "another run's");
+    EXPECT_EQ(folder.Files().size(), 3u);
+}
+
 TEST(WriteWholeFile, OntoAFolderFailsAndLeavesItAsItWas) {
     const TemporaryFolder folder;
     folder.Write("a.txt/inside", "x");
