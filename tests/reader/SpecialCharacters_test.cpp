@@ -284,6 +284,17 @@ TEST(SequenceSearch, ALogThatCannotBeOpenedStopsTheRun) {
     EXPECT_EQ(text, u"&what;");
 }
 
+TEST(SequenceSearch, AReplacementThatBringsItselfBackStopsTheRunBeforeItsTextFillsTheMemory) {
+    ReadyBoard board;
+    ReadTable(board, "&grow;\t&grow;&grow;\r\n");
+    std::u16string text = u"&grow;";
+    DiscusFindSpecialCharacterSequences(board.state, text);
+    EXPECT_EQ(board.messages,
+              std::vector<std::u16string>{u"7 - DiscusFindSpecialCharacterSequences()\r\n\r\nOut of memory"});
+    EXPECT_TRUE(board.state.CancelRequested);
+    EXPECT_LT(text.size(), 10000u);
+}
+
 // A pass over the text for each of them would take minutes.
 TEST(SequenceSearch, ManyUnknownSequencesTakeOnePass) {
     ReadyBoard board;
