@@ -20,7 +20,8 @@ namespace tessaly::platform {
 namespace {
 
 // A file that is written beside its place and takes it when all of it is written; gone again when that fails.
-// It has a short name, since the target's may be as long as a name can be, and one that no other run writes to.
+// It has a short name, since the target's may be as long as a name can be, and one that no other run writes
+// to.
 class FileBeside {
   public:
     explicit FileBeside(const fs::path& target)

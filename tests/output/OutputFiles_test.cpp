@@ -286,6 +286,13 @@ TEST(CreateImportSQL, NamesTheFileAsTheMachineDoesAndDoublesBackslashesThatAreLe
                   .substr(0, 80));
 }
 
+// Whoever names the folder ends the file's name in the statement with it.
+TEST(CreateImportSQL, LeavesAnApostropheOfTheFolderAsItStands) {
+    OpenBoard board;
+    CreateImportSQL(board.state, u"anna's out", u"t");
+    EXPECT_TRUE(board.Output(kScript).starts_with("LOAD DATA LOCAL INFILE 'anna's out' INTO TABLE t\r\n"));
+}
+
 TEST(CreateImportSQL, AppendsInTheSystemsEncodingWhateverTheCharset) {
     OpenBoard board;
     board.state.Charset = u"iso-8859-1";
