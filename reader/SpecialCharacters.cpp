@@ -188,8 +188,9 @@ void ReplaceOneByOne(ConversionState& state, std::u16string& text, SequenceLog& 
 void DiscusGetReplaceableCharacterArray(ConversionState& state, std::u16string_view charset) try {
     state.ReplaceableCharactersLoaded = false;
     if (state.CancelRequested) return;
-    const std::u16string path = state.ProgramFolder + u"\\Docs\\" + std::u16string(charset) + u".txt";
-    if (!ToolboxLibrary::FileExists(path)) {
+    const std::u16string docs = state.ProgramFolder + u"\\Docs";
+    const std::u16string path = docs + u"\\" + std::u16string(charset) + u".txt";
+    if (!ToolboxLibrary::FileExistsWithin(path, {docs})) {
         return Report(state, u"Replacable character array file not found - ", path);
     }
     std::u16string data;

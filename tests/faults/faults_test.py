@@ -49,16 +49,16 @@ def state_of(folder):
     return state
 
 
-def command(output, ini="run.ini"):
+def command(output, ini="run.ini", source=None):
     return [
-        programs.cli, "convert", "--root", str(board), "--output", str(output), "--website", generate_board.WEBSITE,
+        programs.cli, "convert", "--root", str(source or board), "--output", str(output), "--website", generate_board.WEBSITE,
         "--forum", "http://forum.example/", "--admin", "Admin", "--split-mb", "0.2",
         "--program-folder", str(scratch / "program"), "--ini", str(scratch / ini)]  # fmt: skip
 
 
-def run(output, environment=None):
+def run(output, environment=None, source=None):
     return subprocess.run(
-        command(output), capture_output=True, text=True, timeout=300, env={**os.environ, **(environment or {})})  # fmt: skip
+        command(output, source=source), capture_output=True, text=True, timeout=300, env={**os.environ, **(environment or {})})  # fmt: skip
 
 
 def told(path):
@@ -111,12 +111,12 @@ class Faults(unittest.TestCase):
         self.assertLoadable(self.output)
         self.assertEqual(list(self.output.rglob("*.part")), [])
 
-    def runWithFault(self, kind, opening, path):
-        fault = f"{kind} {opening} {path}"
+    def runWithFault(self, kind, count, path, source=None):
+        fault = f"{kind} {count} {path}"
         # The file stands in front of the sanitizers' own library, which is all right.
         return run(self.output, {
-            "LD_PRELOAD": programs.failing_reads, "TESSALY_FAULT": fault,
-            "ASAN_OPTIONS": "verify_asan_link_order=0"})  # fmt: skip
+            "LD_PRELOAD": programs.failing_disk, "TESSALY_FAULT": fault,
+            "ASAN_OPTIONS": "verify_asan_link_order=0"}, source)  # fmt: skip
 
     def failBothWays(self, path, label, opening=1):
         """Has the file vanish between the test for it and its reading, and its reading break off in the middle. Gives
@@ -257,6 +257,28 @@ class Faults(unittest.TestCase):
             finally:
                 subprocess.run(["umount", str(mounted)], check=True)
 
+    def test_a_disk_that_is_full_from_any_write_on_is_told_with_the_file_and_leaves_whole_files(self):
+        sample = SOURCE_TREE / "samples" / "board"
+        before = state_of(sample)
+        output = str(self.output) + "/"
+        writes = 0
+        done = None
+        while done is None or done.returncode != 0:
+            writes += 1
+            with self.subTest(writes=writes):
+                done = self.runWithFault("full", writes, output, sample)
+                self.assertWhole(self.output)
+                self.assertEqual(list(self.output.rglob("*.part")), [])
+                self.assertIn("Conversion Stop: ", done.stdout)
+                if done.returncode == 0:
+                    self.assertEqual(done.stderr, "")
+                    break
+                self.assertEqual(done.returncode, 1, done.stderr)
+                self.assertIn("These files could not be read or written.", done.stderr)
+                self.assertIn(told(output), done.stderr)
+        self.assertGreater(writes, 30)
+        self.assertEqual(state_of(sample), before)
+
     def test_an_output_folder_that_vanishes_is_told(self):
         child = start(self.output)
         self.waitForPages(child, 5)
@@ -305,6 +327,6 @@ class Faults(unittest.TestCase):
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("--cli", required=True)
-    parser.add_argument("--failing-reads", required=True)
+    parser.add_argument("--failing-disk", required=True)
     programs, rest = parser.parse_known_args()
     unittest.main(argv=[sys.argv[0], *rest])

@@ -103,6 +103,22 @@ TEST(CharacterFile, AFileThatIsNotThereIsReportedAndTheRunGoesOn) {
     EXPECT_TRUE(board.messages.empty());
 }
 
+// The first page tells the charset, whoever wrote it.
+TEST(CharacterFile, ACharsetThatIsAPathLeadsToNoFileElsewhere) {
+    ReadyBoard board;
+    board.folder.Write("program/secret.txt", "&auml;\tsecret\r\n");
+    board.folder.Write("program/Docs/deep/koi8-r.txt", "&auml;\t\xC3\xA4\r\n");
+    for (const auto* const charset : {u"..\\secret", u"../secret", u"deep\\..\\..\\secret"}) {
+        DiscusGetReplaceableCharacterArray(board.state, charset);
+        EXPECT_FALSE(board.state.ReplaceableCharactersLoaded);
+        EXPECT_EQ(board.TakeArea(), u"Replacable character array file not found - " +
+                                        board.folder.Path("program/Docs") + u"\\" + charset +
+                                        u".txt\r\nContinuing without it...\r\n");
+    }
+    EXPECT_EQ(TableOf(board.state), Table{});
+    EXPECT_TRUE(board.messages.empty());
+}
+
 TEST(CharacterFile, AFileWithoutALineEndIsReportedAsEmpty) {
     for (const std::string_view bytes : {"", "&auml;\tx", "&auml;\tx\n&ouml;\ty\n"}) {
         ReadyBoard board;

@@ -1,9 +1,8 @@
-// Loaded into a program before the C library, it makes one file fail. TESSALY_FAULT tells how:
+// Loaded into a program before the C library, it makes the disk fail. TESSALY_FAULT tells how:
 //
-//     vanish 2 /users.txt     from its second opening on the file is gone
+//     vanish 2 /users.txt     from its second opening on the file whose path ends so is gone
 //     break 1 /users.txt      from its first opening on no more than half of it can be read
-//
-// The file is any whose path ends so.
+//     full 3 /output/         from the third write on nothing more goes into files with this in their path
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -22,19 +21,19 @@ struct Fault {
     Fault() {
         const char* const text = std::getenv("TESSALY_FAULT");
         std::istringstream words(text == nullptr ? "" : text);
-        words >> kind >> firstOpening;
-        std::getline(words >> std::ws, ending);
+        words >> kind >> first;
+        std::getline(words >> std::ws, path);
     }
 
-    bool Meets(const std::string& path) {
-        if (ending.empty() || !path.ends_with(ending)) return false;
-        return ++openings >= firstOpening;
+    bool Counts(bool isMeant) {
+        if (path.empty() || !isMeant) return false;
+        return ++count >= first;
     }
 
     std::string kind;
-    int firstOpening = 0;
-    std::string ending;
-    int openings = 0;
+    int first = 0;
+    std::string path;
+    int count = 0;
 };
 
 Fault& TheFault() {
@@ -53,8 +52,10 @@ Function Original(const char* name) {
 int OpenOrFail(const char* path, int flags, mode_t mode) {
     using Open = int (*)(const char*, int, ...);
     static const auto original = Original<Open>("open");
-    const bool isMet = (flags & O_ACCMODE) == O_RDONLY && TheFault().Meets(path);
-    if (isMet && TheFault().kind == "vanish") {
+    Fault& fault = TheFault();
+    const bool isRead = fault.kind != "full" && (flags & O_ACCMODE) == O_RDONLY;
+    const bool isMet = fault.Counts(isRead && std::string(path).ends_with(fault.path));
+    if (isMet && fault.kind == "vanish") {
         errno = ENOENT;
         return -1;
     }
@@ -65,6 +66,12 @@ int OpenOrFail(const char* path, int flags, mode_t mode) {
     brokenHandle = handle;
     bytesLeft = status.st_size / 2;
     return handle;
+}
+
+std::string PathOf(int handle) {
+    char path[4096];
+    const ssize_t length = ::readlink(("/proc/self/fd/" + std::to_string(handle)).c_str(), path, sizeof path);
+    return length < 0 ? std::string() : std::string(path, path + length);
 }
 
 }  // namespace
@@ -93,6 +100,16 @@ ssize_t read(int handle, void* buffer, size_t size) {
     const ssize_t got = original(handle, buffer, size < most ? size : most);
     if (got > 0) bytesLeft -= got;
     return got;
+}
+
+ssize_t write(int handle, const void* bytes, size_t size) {
+    using Write = ssize_t (*)(int, const void*, size_t);
+    static const auto original = Original<Write>("write");
+    Fault& fault = TheFault();
+    if (fault.kind != "full" || !fault.Counts(PathOf(handle).find(fault.path) != std::string::npos))
+        return original(handle, bytes, size);
+    errno = ENOSPC;
+    return -1;
 }
 
 int close(int handle) {
