@@ -8,7 +8,7 @@ packages_for() {
     test) echo libgtest-dev python3 ;;
     forms) echo qt6-base-dev ;;
     pictures) echo xvfb xauth openbox imagemagick xdotool python3 ;;
-    manual) echo cmark-gfm weasyprint ;;
+    manual) echo cmark-gfm weasyprint fonts-dejavu-core fonts-dejavu-extra ;;
     icons) echo librsvg2-bin icoutils ;;
     database) echo mariadb-server-core mariadb-client-core ;;
     bench) echo libbenchmark-dev ;;

@@ -89,7 +89,7 @@ try_deb() {
     all_files >"$work/before"
     inside dpkg -i /tessaly.deb >/dev/null
     for file in share/man/man1/tessaly-cli.1.gz share/applications/tessaly.desktop \
-        share/icons/hicolor/scalable/apps/tessaly.svg; do
+        share/icons/hicolor/scalable/apps/tessaly.svg "lib/tessaly/Docs/Tessaly Conversion.pdf"; do
         [ -s "$root/usr/$file" ] || fail "no /usr/$file"
     done
     run_as_user

@@ -1,6 +1,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDesktopServices>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -11,6 +12,7 @@
 #include <QUrl>
 
 #include "forms/text.h"
+#include "platform/paths.h"
 #include "tests/forms/OpenForm.h"
 
 using tessaly::testing::ExitStatusOf;
@@ -333,6 +335,17 @@ class Run : public QObject {
         const QString file = QString::fromStdU16String(
             open.board.folder.Native("program/Docs/Tessaly Conversion.pdf").u16string());
         QCOMPARE(opener.opened, QList<QUrl>({QUrl::fromLocalFile(file)}));
+    }
+
+    void theDocumentationIsDeliveredUnderTheNameThatIsOpened() {
+        OpenForm open;
+        FileOpener opener;
+        open.state.ProgramFolder =
+            tessaly::platform::AbsolutePathText(std::filesystem::path(TESSALY_SOURCE_DIR));
+        open.Click("cmdHelp");
+        QFile manual(opener.opened.first().toLocalFile());
+        QVERIFY(manual.open(QIODevice::ReadOnly));
+        QCOMPARE(manual.read(5), QByteArray("%PDF-"));
     }
 
     void theStatusLineCountsThePagesRead() {
