@@ -49,9 +49,10 @@ class Server:
     def start(self):
         data = self.folder / "data"
         as_root = ["--user=root"] if os.geteuid() == 0 else []
+        # By force: it would insist on a name of the machine that can be looked up.
         installed = subprocess.run(
             [tool("mariadb-install-db"), "--no-defaults", *as_root, "--basedir=/usr", f"--datadir={data}",
-             "--auth-root-authentication-method=normal", "--skip-test-db"],
+             "--auth-root-authentication-method=normal", "--skip-test-db", "--force"],
             capture_output=True, text=True,
         )  # fmt: skip
         if installed.returncode != 0:
