@@ -167,7 +167,10 @@ void Encoder::Finish(std::string& bytes) {
     if (converter_ != nullptr) converter_->Finish(bytes);
 }
 
+// Paths are ASCII for the most part.
 std::string ToUtf8(std::u16string_view text) {
+    const bool isAscii = std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
+    if (isAscii) return {text.begin(), text.end()};
     std::string bytes;
     Encoder(u"utf-8").Append(text, bytes);
     return bytes;
