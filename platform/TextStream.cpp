@@ -26,8 +26,11 @@ void TextStream::SaveToFile(std::u16string_view path) {
 }
 
 std::string& TextStream::Piece() {
-    if (pieces_.empty() || pieces_.back().size() >= kPieceSize) pieces_.emplace_back();
-    return pieces_.back();
+    if (!pieces_.empty() && pieces_.back().size() < kPieceSize) return pieces_.back();
+    std::string& piece = pieces_.emplace_back();
+    // Most texts are short; one that goes on fills its pieces.
+    if (pieces_.size() > 1) piece.reserve(kPieceSize + kPieceSize / 16);
+    return piece;
 }
 
 }  // namespace tessaly::platform
