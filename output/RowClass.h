@@ -42,7 +42,7 @@ class RowBuilder {
 #define TESSALY_DECLARE_INT(name) std::int32_t name = 0;
 #define TESSALY_DECLARE_TEXT(name) std::u16string name;
 #define TESSALY_MEASURE_INT(name)
-#define TESSALY_MEASURE_TEXT(name) +name.size()
+#define TESSALY_MEASURE_TEXT(name) size += std::size(name);
 #define TESSALY_RENDER_INT(name) builder.Int(name);
 #define TESSALY_RENDER_TEXT(name) builder.Text(name);
 #define TESSALY_LIST_INT(name) ::tessaly::Column{u## #name, ::tessaly::ColumnKind::kInt},
@@ -53,8 +53,8 @@ class RowBuilder {
         COLUMNS(TESSALY_DECLARE_INT, TESSALY_DECLARE_TEXT)                                   \
         static constexpr Column kColumns[] = {COLUMNS(TESSALY_LIST_INT, TESSALY_LIST_TEXT)}; \
         void BuildString(std::u16string& row) const {                                        \
-            const std::size_t size =                                                         \
-                3 * std::size(kColumns) COLUMNS(TESSALY_MEASURE_INT, TESSALY_MEASURE_TEXT);  \
+            std::size_t size = 3 * std::size(kColumns);                                      \
+            COLUMNS(TESSALY_MEASURE_INT, TESSALY_MEASURE_TEXT)                               \
             RowBuilder builder(row, size);                                                   \
             COLUMNS(TESSALY_RENDER_INT, TESSALY_RENDER_TEXT)                                 \
         }                                                                                    \
