@@ -179,6 +179,8 @@ void cmdConvert_Click(ConversionState& state) {
     }
     UpdateInternalLinks(state);
     mybbCloseOutputFiles(state);
+    // Forums that their reader has not finished go unsaved, so that the next run does not begin with them.
+    state.ForumsFile.Stream.reset();
     ShowSummary(state, startText);
     state.CancelRequested = false;
     state.cmdCancel.SetEnabled(false);
