@@ -33,7 +33,7 @@ QLabel* AddLabel(QStatusBar* bar, const QString& name) {
 }  // namespace
 
 StatusLine::StatusLine(const ConversionState& state, QStatusBar* bar)
-    : state_(state), pages_(new QProgressBar(bar)), trouble_(new QLabel(bar)) {
+    : state_(state), bar_(bar), pages_(new QProgressBar(bar)), trouble_(new QLabel(bar)) {
     pages_->setObjectName(QStringLiteral("statusPages"));
     pages_->setAccessibleName(QStringLiteral("Pages read"));
     pages_->setMaximum(1);
@@ -53,6 +53,8 @@ StatusLine::StatusLine(const ConversionState& state, QStatusBar* bar)
 }
 
 void StatusLine::Begin() {
+    // A note would stand over the bar.
+    bar_->clearMessage();
     trouble_->hide();
     pages_->show();
     toRead_ = CountPages(state_);

@@ -29,6 +29,7 @@ class StatusLine {
     void TellTroubledFiles();
 
     const ConversionState& state_;
+    QStatusBar* bar_;
     QProgressBar* pages_;
     QLabel* trouble_;
     QLabel* posts_;

@@ -1,9 +1,11 @@
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QTabWidget>
 #include <QTest>
+#include <algorithm>
 
 #include "tests/forms/OpenForm.h"
 
@@ -83,6 +85,17 @@ class Options : public QObject {
         const auto* const widget = open.FindOption<QWidget>(QTest::currentDataTag());
         QCOMPARE(widget->property("text").toString().remove(QLatin1Char('&')), caption);
         QCOMPARE(widget->toolTip(), toolTip);
+    }
+
+    void noTwoWidgetsShareAMnemonic() {
+        OpenForm open;
+        QString letters;
+        for (const auto* button : open.Options()->findChildren<QAbstractButton*>()) {
+            const auto at = button->text().indexOf(QLatin1Char('&'));
+            if (at >= 0) letters += button->text().at(at + 1).toUpper();
+        }
+        std::sort(letters.begin(), letters.end());
+        QCOMPARE(letters, QStringLiteral("ACFHORY"));
     }
 
     void theDialogIsCalledOptionsAndHasOneTab() {

@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDesktopServices>
@@ -41,6 +42,20 @@ class FileOpener : public QObject {
 
   public slots:
     void Open(const QUrl& url) { opened << url; }
+};
+
+// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+  public:
+    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
+
+    int count = 0;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++count;
+        return false;
+    }
 };
 
 // Runs clicked through, and all that an operator can do during one.
@@ -92,6 +107,55 @@ class Run : public QObject {
         QVERIFY(open.Find<QPushButton>("cmdConvert")->isEnabled());
         QVERIFY(!open.Find<QPushButton>("cmdCancel")->isEnabled());
         QCOMPARE(open.form.focusWidget(), open.Find<QWidget>("cmdConvert"));
+    }
+
+    void duringARunAllElseStaysEnabled() {
+        OpenForm open;
+        open.WriteThreePages();
+        QStringList disabled;
+        open.InTheMiddleOfARun([&] {
+            for (const char* const name :
+                 {"cmdBrowseRoot", "cmdBrowseOutput", "cmdHelp", "txtDiscusRootFolder", "txtmybbOutputFolder",
+                  "txtDefaultAdmin", "chkShowProgress", "cboCharset", "txtArea"}) {
+                if (!open.Find<QWidget>(name)->isEnabled()) disabled << QString::fromLatin1(name);
+            }
+            for (const char* const name : {"mnuExit", "mnuOptions"}) {
+                const auto* const entry = open.form.findChild<QAction*>(QString::fromLatin1(name));
+                if (!entry->isEnabled()) disabled << QString::fromLatin1(name);
+            }
+        });
+        open.Click("cmdConvert");
+        QCOMPARE(disabled, QStringList());
+    }
+
+    void anOutputFolderPickedDuringARunIsDeletedAtOnceAndTheRunGoesOn() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.board.folder.Write("other/old.txt", "old");
+        const std::u16string picked = open.board.folder.Path("other");
+        open.state.ToolboxA.PickFolder = [&](std::u16string_view) { return picked; };
+        bool wasThereBehindThePick = true;
+        open.InTheMiddleOfARun([&] {
+            open.Click("cmdBrowseOutput");
+            wasThereBehindThePick = open.board.folder.Exists("other/old.txt");
+        });
+        open.Click("cmdConvert");
+        QVERIFY(!wasThereBehindThePick);
+        QCOMPARE(open.boxes.texts.size(), 1);
+        QVERIFY(!open.boxes.texts.first().contains(kCancelled));
+        // The files that were begun stay where they were begun.
+        QCOMPARE(open.board.Rows("mybb_posts1.txt").size(), std::size_t{3});
+    }
+
+    void duringARunTheWindowIsPaintedAgainAndAgain() {
+        OpenForm open;
+        open.WriteThreePages();
+        PaintCounter paints(open.Find<QPlainTextEdit>("txtArea")->viewport());
+        int soFar = 0;
+        open.InTheMiddleOfARun([&] { soFar = paints.count; });
+        open.Click("cmdConvert");
+        QVERIFY(soFar > 1);
+        QVERIFY(paints.count > soFar);
     }
 
     void duringARunTheAreaShowsWhatHasBeenToldSoFar() {
@@ -346,6 +410,15 @@ class Run : public QObject {
         QFile manual(opener.opened.first().toLocalFile());
         QVERIFY(manual.open(QIODevice::ReadOnly));
         QCOMPARE(manual.read(5), QByteArray("%PDF-"));
+    }
+
+    void aRunTakesANoteOutOfTheStatusLine() {
+        OpenForm open;
+        open.WriteThreePages();
+        open.form.statusBar()->showMessage(QStringLiteral("Settings are kept elsewhere"));
+        open.Click("cmdConvert");
+        QCOMPARE(open.form.statusBar()->currentMessage(), QString());
+        QVERIFY(open.form.findChild<QProgressBar*>(QStringLiteral("statusPages"))->isVisible());
     }
 
     void theStatusLineCountsThePagesRead() {

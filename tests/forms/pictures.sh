@@ -87,6 +87,23 @@ sample_run() {
     close_window
 }
 
+# Settings that cannot be read end the program with status 3.
+failing_start() {
+    local status=0
+    mkdir "$work/failing"
+    printf '[Settings]\nSplitMBSize=abc\n' >"$work/failing/tessaly.ini"
+    "$program" --program-folder "$work/failing" &
+    window=$!
+    wait_for '^Tessaly$'
+    photograph failure
+    xdotool key Return
+    wait "$window" || status=$?
+    if [ "$status" -ne 3 ]; then
+        echo "The failure ended with status $status." >&2
+        return 1
+    fi
+}
+
 large_run() {
     open_window "$work/large"
     xdotool key alt+c
@@ -139,6 +156,7 @@ take_pictures() {
     lay_out "$work/large" "$work/board"
     screen 1280x860 sample_run
     screen 1280x860 large_run
+    screen 1280x860 failing_start
     screen 2560x1600 at_scale 1.25 scale-125
     screen 2560x1600 at_scale 1.5 scale-150
     screen 2560x1600 at_scale 2 scale-200
