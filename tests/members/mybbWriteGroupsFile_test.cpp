@@ -46,7 +46,7 @@ TEST_F(UserGroupsTable, ARowTellsAGroupInAll89Columns) {
                     "0,0,0,0,1,1,1,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,"
                     "0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0"}));
     EXPECT_EQ(state.UserGroupsFile.Stream, nullptr);
-    const std::string file = (board.folder.Native("output") / "mybb_usergroups1.txt").generic_string();
+    const std::string file = testing::SqlName(board.folder.Native("output/mybb_usergroups1.txt"));
     EXPECT_EQ(board.Output("Discus Conversion Import SQL.sql"),
               "LOAD DATA LOCAL INFILE '" + file +
                   "' INTO TABLE mybb_usergroups\r\nFIELDS TERMINATED BY ','\r\n"

@@ -80,7 +80,7 @@ TEST_F(UsersTable, ARowTellsAMemberInAll84Columns) {
             R"("","","","","","","","all","",1,0,0,0,1,0,1,1,1,0,"",1,1,1,1,1,1,0,0,0,"","","0",0,0,"","",0,0,0,)"
             R"("","","","",0,0,0,49494953,49494953,"",0,1,0,0,0,0,0,0,0,0,0,0,0,0,"",0)"}));
     EXPECT_EQ(state.UsersImportFile.Stream, nullptr);
-    const std::string file = (board.folder.Native("output") / "mybb_users1.txt").generic_string();
+    const std::string file = testing::SqlName(board.folder.Native("output/mybb_users1.txt"));
     EXPECT_EQ(board.Output("Discus Conversion Import SQL.sql"),
               "LOAD DATA LOCAL INFILE '" + file +
                   "' INTO TABLE mybb_users\r\nFIELDS TERMINATED BY ','\r\n"

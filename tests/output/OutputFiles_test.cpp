@@ -44,15 +44,9 @@ struct OpenBoard : TestBoard {
 
     // One statement as it must stand in the script.
     std::string Statement(const std::string& file, const std::string& table) const {
-        return "LOAD DATA LOCAL INFILE '" + SqlName(folder.Native("output/" + file).string()) +
+        return "LOAD DATA LOCAL INFILE '" + testing::SqlName(folder.Native("output/" + file)) +
                "' INTO TABLE " + table +
                "\r\nFIELDS TERMINATED BY ','\r\nENCLOSED BY '\"'LINES TERMINATED BY '\\r\\n';\r\n\r\n\r\n";
-    }
-
-    static std::string SqlName(const std::string& native) {
-        std::string doubled;
-        for (const char byte : native) doubled += byte == '\\' ? "\\\\" : std::string(1, byte);
-        return doubled;
     }
 };
 

@@ -42,8 +42,8 @@ class DiscusProcessDiscusMainBoardFileTest : public ::testing::Test {
     }
 
     std::string Statement(const std::string& name, const std::string& table) {
-        const std::string folder = board.folder.Native("output").generic_string();
-        return "LOAD DATA LOCAL INFILE '" + folder + "/" + name + "' INTO TABLE " + table +
+        return "LOAD DATA LOCAL INFILE '" + testing::SqlName(board.folder.Native("output/" + name)) +
+               "' INTO TABLE " + table +
                "\r\nFIELDS TERMINATED BY ','\r\nENCLOSED BY '\"'LINES TERMINATED BY '\\r\\n';\r\n\r\n\r\n";
     }
 

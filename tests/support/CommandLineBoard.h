@@ -33,7 +33,7 @@ class CommandLineBoard {
     // A value of the settings file beside the program.
     std::optional<std::string> Setting(const std::string& key) const;
 
-    std::string Native(const std::string& name) const { return folder.Native(name).string(); }
+    std::string Native(const std::string& name) const { return Utf8(folder.Native(name)); }
 
     TemporaryFolder folder;
 

@@ -1,6 +1,7 @@
 #include "tests/support/ProgramRun.h"
 
 #include <cstdlib>
+#include <filesystem>
 #ifndef _WIN32
 #include <sys/wait.h>
 #endif
@@ -15,8 +16,20 @@ std::string Quoted(const std::string& argument) {
     return "\"" + argument + "\"";
 }
 
-int ExitStatus(int result) {
-    return result;
+// The command interpreter takes the outermost quotes away.
+int Status(const std::string& command) {
+    const std::u8string quoted = u8"\"" + std::u8string(command.begin(), command.end()) + u8"\"";
+    return ::_wsystem(std::filesystem::path(quoted).c_str());
+}
+
+constexpr const char* kEnter = "cd /d ";
+
+// As the program wrote it, before the system's library made the line ends.
+std::string Told(const std::string& bytes) {
+    std::string told;
+    for (std::size_t at = 0; at < bytes.size(); ++at)
+        if (bytes.compare(at, 2, "\r\n") != 0) told += bytes[at];
+    return told;
 }
 #else
 std::string Quoted(const std::string& argument) {
@@ -26,8 +39,15 @@ std::string Quoted(const std::string& argument) {
 }
 
 // Ended by a signal, it has none of its own.
-int ExitStatus(int result) {
+int Status(const std::string& command) {
+    const int result = std::system(command.c_str());
     return WIFEXITED(result) ? WEXITSTATUS(result) : -1;
+}
+
+constexpr const char* kEnter = "cd ";
+
+std::string Told(const std::string& bytes) {
+    return bytes;
 }
 #endif
 
@@ -36,18 +56,13 @@ int ExitStatus(int result) {
 ProgramRun RunProgram(const std::vector<std::string>& arguments, const std::string& workingFolder) {
     const TemporaryFolder written;
     std::string command;
-    if (!workingFolder.empty()) command = "cd " + Quoted(workingFolder) + " && ";
+    if (!workingFolder.empty()) command = kEnter + Quoted(workingFolder) + " && ";
     for (const std::string& argument : arguments) command += Quoted(argument) + " ";
-    command +=
-        ">" + Quoted(written.Native("output").string()) + " 2>" + Quoted(written.Native("errors").string());
-#ifdef _WIN32
-    // The command interpreter takes the outermost quotes away.
-    command = "\"" + command + "\"";
-#endif
+    command += ">" + Quoted(Utf8(written.Native("output"))) + " 2>" + Quoted(Utf8(written.Native("errors")));
     ProgramRun run;
-    run.status = ExitStatus(std::system(command.c_str()));
-    run.output = written.Read("output");
-    run.errors = written.Read("errors");
+    run.status = Status(command);
+    run.output = Told(written.Read("output"));
+    run.errors = Told(written.Read("errors"));
     return run;
 }
 

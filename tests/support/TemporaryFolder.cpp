@@ -14,6 +14,14 @@ namespace fs = std::filesystem;
 
 namespace tessaly::testing {
 
+namespace {
+
+fs::path FromUtf8Name(std::string_view name) {
+    return std::u8string(name.begin(), name.end());
+}
+
+}  // namespace
+
 TemporaryFolder::TemporaryFolder() {
     static std::atomic<int> count = 0;
     std::random_device random;
@@ -29,7 +37,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 fs::path TemporaryFolder::Native(std::string_view name) const {
-    return name.empty() ? folder_ : (folder_ / fs::path(name)).make_preferred();
+    return name.empty() ? folder_ : (folder_ / FromUtf8Name(name)).make_preferred();
 }
 
 std::u16string TemporaryFolder::Path(std::string_view name) const {
@@ -63,10 +71,21 @@ std::vector<std::string> TemporaryFolder::Files(std::string_view name) const {
     std::vector<std::string> names;
     for (const auto& entry : fs::recursive_directory_iterator(Native(name))) {
         if (entry.is_regular_file())
-            names.push_back(entry.path().lexically_relative(Native(name)).generic_string());
+            names.push_back(Utf8(entry.path().lexically_relative(Native(name)).generic_u8string()));
     }
     std::ranges::sort(names);
     return names;
+}
+
+std::string Utf8(const fs::path& path) {
+    const std::u8string bytes = path.u8string();
+    return {bytes.begin(), bytes.end()};
+}
+
+std::string SqlName(const fs::path& file) {
+    std::string doubled;
+    for (const char byte : Utf8(file)) doubled += byte == '\\' ? "\\\\" : std::string(1, byte);
+    return doubled;
 }
 
 std::u16string FromUtf16(std::string_view bytes) {

@@ -8,7 +8,7 @@
 namespace tessaly::testing {
 
 // A folder of its own below the machine's temporary folder, deleted with all it holds at the end of life.
-// Names are native, with "/" between their steps, and relative to the folder.
+// Names are native, in UTF-8 with "/" between their steps, and relative to the folder.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -35,6 +35,11 @@ class TemporaryFolder {
   private:
     std::filesystem::path folder_;
 };
+
+std::string Utf8(const std::filesystem::path& path);
+
+// The name of a file as a statement of the script has it.
+std::string SqlName(const std::filesystem::path& file);
 
 // The text of a file in UTF-16, low byte first, without its byte-order mark.
 std::u16string FromUtf16(std::string_view bytes);
