@@ -73,7 +73,8 @@ class Search {
         const DWORD error = ::GetLastError();
         // A drive that is empty has not even the entry of itself.
         if (error == ERROR_FILE_NOT_FOUND) return;
-        if (error == ERROR_PATH_NOT_FOUND || error == ERROR_DIRECTORY) Raise(kPathNotFound);
+        if (KindAt(folder) != Kind::kFolder) Raise(kPathNotFound);
+        ::SetLastError(error);
         RaiseLastError();
     }
 
@@ -158,7 +159,12 @@ void CreateFolders(const fs::path& path) {
     if (KindAt(path) == Kind::kFolder) return;
     const fs::path parent = path.parent_path();
     if (!parent.empty() && parent != path) CreateFolders(parent);
-    if (::CreateDirectoryW(LongPath(path).c_str(), nullptr) != 0 || KindAt(path) == Kind::kFolder) return;
+    if (::CreateDirectoryW(LongPath(path).c_str(), nullptr) != 0) return;
+    const DWORD error = ::GetLastError();
+    if (KindAt(path) == Kind::kFolder) return;
+    // A file in the way is no folder to go on in.
+    if (error == ERROR_ALREADY_EXISTS) Raise(kPathNotFound);
+    ::SetLastError(error);
     RaiseLastError();
 }
 
