@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "platform/WindowsApi.h"
 #include "platform/charset.h"
@@ -11,6 +12,7 @@ namespace tessaly::platform {
 namespace {
 
 constexpr UINT kUtf16 = 1200;
+constexpr UINT kEucJp = 20932;
 constexpr UINT kGb18030 = 54936;
 
 struct NamedCodePage {
@@ -18,18 +20,17 @@ struct NamedCodePage {
     UINT codePage;
 };
 
-// Where a name stands twice, the first code page that the system has is taken.
 constexpr NamedCodePage kCodePages[] = {
     {"utf-16le", kUtf16},   {"utf-8", CP_UTF8},     {"utf-7", CP_UTF7},     {"gbk", 936},
     {"gb18030", kGb18030},  {"hz-gb-2312", 52936},  {"big5", 950},          {"windows-31j", 932},
-    {"windows-949", 949},   {"euc-jp", 51932},      {"euc-jp", 20932},      {"iso-2022-jp", 50220},
-    {"iso-2022-kr", 50225}, {"windows-874", 874},   {"windows-1250", 1250}, {"windows-1251", 1251},
-    {"windows-1252", 1252}, {"windows-1253", 1253}, {"windows-1254", 1254}, {"windows-1255", 1255},
-    {"windows-1256", 1256}, {"windows-1257", 1257}, {"windows-1258", 1258}, {"iso-8859-2", 28592},
-    {"iso-8859-3", 28593},  {"iso-8859-4", 28594},  {"iso-8859-5", 28595},  {"iso-8859-6", 28596},
-    {"iso-8859-7", 28597},  {"iso-8859-8", 28598},  {"iso-8859-10", 28600}, {"iso-8859-13", 28603},
-    {"iso-8859-14", 28604}, {"iso-8859-15", 28605}, {"koi8-r", 20866},      {"koi8-u", 21866},
-    {"ibm866", 866},        {"macintosh", 10000},
+    {"windows-949", 949},   {"euc-jp", kEucJp},     {"iso-2022-jp", 50220}, {"iso-2022-kr", 50225},
+    {"windows-874", 874},   {"windows-1250", 1250}, {"windows-1251", 1251}, {"windows-1252", 1252},
+    {"windows-1253", 1253}, {"windows-1254", 1254}, {"windows-1255", 1255}, {"windows-1256", 1256},
+    {"windows-1257", 1257}, {"windows-1258", 1258}, {"iso-8859-2", 28592},  {"iso-8859-3", 28593},
+    {"iso-8859-4", 28594},  {"iso-8859-5", 28595},  {"iso-8859-6", 28596},  {"iso-8859-7", 28597},
+    {"iso-8859-8", 28598},  {"iso-8859-10", 28600}, {"iso-8859-13", 28603}, {"iso-8859-14", 28604},
+    {"iso-8859-15", 28605}, {"koi8-r", 20866},      {"koi8-u", 21866},      {"ibm866", 866},
+    {"macintosh", 10000},
 };
 
 UINT CodePageOf(const std::string& name) {
@@ -49,6 +50,10 @@ bool HasAllCharacters(UINT codePage) {
     return codePage == kUtf16 || codePage == CP_UTF8 || codePage == CP_UTF7 || codePage == kGb18030;
 }
 
+// EUC-JP writes the supplementary characters of JIS X 0212 as this byte and two more. The code page has them
+// in two, the second without its eighth bit.
+constexpr char kThreeBytes = '\x8F';
+
 int ToLength(std::size_t size) {
     if (size > static_cast<std::size_t>(std::numeric_limits<int>::max()) / 4) Raise(kOutOfMemory);
     return static_cast<int>(size);
@@ -56,6 +61,15 @@ int ToLength(std::size_t size) {
 
 bool IsSurrogate(char16_t unit) {
     return (unit & 0xF800) == 0xD800;
+}
+
+bool HasEighthBit(char byte) {
+    return static_cast<unsigned char>(byte) >= 0x80;
+}
+
+// Units for private use that some code pages put for bytes without a character. They refuse the bytes.
+bool IsByteWithoutCharacter(wchar_t unit) {
+    return unit >= 0xF8F0 && unit <= 0xF8FF;
 }
 
 bool IsPair(std::u16string_view text, std::size_t at) {
@@ -106,7 +120,7 @@ std::size_t AppendCharacter(UINT codePage, std::string_view bytes, std::u16strin
 // A lead byte takes its partner along unless that is a plain ASCII character.
 std::size_t UndecodableLength(UINT codePage, std::string_view bytes) {
     const bool isLead = ::IsDBCSLeadByteEx(codePage, static_cast<BYTE>(bytes[0])) != 0;
-    return isLead && bytes.size() > 1 && static_cast<unsigned char>(bytes[1]) >= 0x80 ? 2 : 1;
+    return isLead && bytes.size() > 1 && HasEighthBit(bytes[1]) ? 2 : 1;
 }
 
 // The system has replacements of its own for what does not decode, so text that it refuses goes character by
@@ -129,14 +143,57 @@ std::u16string DecodeStrictly(UINT codePage, std::string_view bytes) {
 std::u16string DecodeShifting(UINT codePage, std::string_view bytes) {
     std::u16string text;
     while (true) {
-        const auto* const wrong =
-            std::ranges::find_if(bytes, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
+        const auto* const wrong = std::ranges::find_if(bytes, HasEighthBit);
         const auto length = static_cast<std::size_t>(wrong - bytes.begin());
         AppendUnits(codePage, 0, bytes.substr(0, length), text);
         if (length == bytes.size()) return text;
         text += u'\uFFFD';
         bytes.remove_prefix(length + 1);
     }
+}
+
+// The length of what begins with a byte that has its eighth bit set.
+std::size_t EucJpLength(std::string_view bytes) {
+    constexpr char kHalfWidth = '\x8E';
+    const bool isLead = static_cast<unsigned char>(bytes[0]) > 0xA0;
+    std::size_t longest = isLead || bytes[0] == kHalfWidth ? 2 : 1;
+    if (bytes[0] == kThreeBytes) longest = 3;
+    std::size_t length = 1;
+    while (length < std::min(longest, bytes.size()) && HasEighthBit(bytes[length])) ++length;
+    return length;
+}
+
+std::u16string DecodeEucJp(std::string_view bytes) {
+    std::u16string text;
+    while (!bytes.empty()) {
+        const auto ascii =
+            static_cast<std::size_t>(std::ranges::find_if(bytes, HasEighthBit) - bytes.begin());
+        text.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(ascii));
+        bytes.remove_prefix(ascii);
+        if (bytes.empty()) break;
+        const std::size_t length = EucJpLength(bytes);
+        std::string character(bytes.substr(0, length));
+        if (length == 3) character = {bytes[1], static_cast<char>(bytes[2] & 0x7F)};
+        if (!AppendUnits(kEucJp, MB_ERR_INVALID_CHARS, character, text)) text += u'\uFFFD';
+        bytes.remove_prefix(length);
+    }
+    return text;
+}
+
+// Of the code page's bytes, as DecodeEucJp takes them.
+std::string UnfoldedEucJp(std::string_view folded) {
+    std::string bytes;
+    for (std::size_t at = 0; at < folded.size(); ++at) {
+        if (!HasEighthBit(folded[at]) || at + 1 == folded.size()) {
+            bytes += folded[at];
+            continue;
+        }
+        const bool hasThree = !HasEighthBit(folded[at + 1]);
+        if (hasThree) bytes += kThreeBytes;
+        bytes += folded[at];
+        bytes += static_cast<char>(folded[++at] | 0x80);
+    }
+    return bytes;
 }
 
 std::u16string DecodeUtf8(std::string_view bytes) {
@@ -165,13 +222,56 @@ void AppendUtf16(std::u16string_view text, std::string& bytes) {
     }
 }
 
+bool IsLetterOfBase64(char16_t unit) {
+    const bool isLetter = (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+    return isLetter || (unit >= u'0' && unit <= u'9') || unit == u'+' || unit == u'/';
+}
+
+bool IsPlainInUtf7(char16_t unit) {
+    if (unit == u'\t' || unit == u'\n' || unit == u'\r') return true;
+    return unit >= u' ' && unit <= u'}' && unit != u'+' && unit != u'\\';
+}
+
+void AppendBase64(std::u16string_view text, std::string& bytes) {
+    constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    constexpr int kLetterBits = 6;
+    unsigned waiting = 0;
+    int bits = 0;
+    for (const char16_t unit : text) {
+        waiting = (waiting & 0x3F) << 16 | unit;
+        for (bits += 16; bits >= kLetterBits; bits -= kLetterBits)
+            bytes += kLetters[waiting >> (bits - kLetterBits) & 0x3F];
+    }
+    if (bits > 0) bytes += kLetters[waiting << (kLetterBits - bits) & 0x3F];
+}
+
+// The system's own encoder wraps up quotes and brackets too, which import files and pages need as they are.
+void AppendUtf7(std::u16string_view text, std::string& bytes) {
+    while (!text.empty()) {
+        const char16_t unit = text.front();
+        if (unit == u'+' || IsPlainInUtf7(unit)) {
+            bytes += static_cast<char>(unit);
+            if (unit == u'+') bytes += '-';
+            text.remove_prefix(1);
+            continue;
+        }
+        const auto length =
+            static_cast<std::size_t>(std::ranges::find_if(text, IsPlainInUtf7) - text.begin());
+        bytes += '+';
+        AppendBase64(text.substr(0, length), bytes);
+        text.remove_prefix(length);
+        if (text.empty() || text.front() == u'-' || IsLetterOfBase64(text.front())) bytes += '-';
+    }
+}
+
 // Free of lone surrogates, and of pairs where the code page has none.
 void AppendBytes(UINT codePage, std::u16string_view text, std::string& bytes) {
     if (text.empty()) return;
     const bool takesWishes = !HasAllCharacters(codePage) && !IsShifting(codePage);
     const DWORD flags = takesWishes ? WC_NO_BEST_FIT_CHARS : 0;
     const char* const missing = takesWishes ? "?" : nullptr;
-    const std::wstring units(text.begin(), text.end());
+    std::wstring units(text.begin(), text.end());
+    if (takesWishes) std::ranges::replace_if(units, IsByteWithoutCharacter, L'?');
     const int length = ToLength(units.size());
     const int size =
         ::WideCharToMultiByte(codePage, flags, units.data(), length, nullptr, 0, missing, nullptr);
@@ -213,6 +313,7 @@ std::u16string SystemConverter::Decode(std::string_view bytes) {
     if (codePage == CP_UTF8) return DecodeUtf8(bytes);
     if (codePage == kUtf16) return DecodeUtf16(bytes);
     if (IsShifting(codePage)) return DecodeShifting(codePage, bytes);
+    if (codePage == kEucJp) return DecodeEucJp(bytes);
     return DecodeStrictly(codePage, bytes);
 }
 
@@ -228,13 +329,17 @@ void SystemConverter::Append(std::u16string_view text, std::string& bytes) {
         text = replaced;
     }
     if (codePage == kUtf16) return AppendUtf16(text, bytes);
-    AppendBytes(codePage, text, bytes);
+    if (codePage != kEucJp) return AppendBytes(codePage, text, bytes);
+    std::string folded;
+    AppendBytes(codePage, text, folded);
+    bytes += UnfoldedEucJp(folded);
 }
 
 void SystemConverter::Finish(std::string& bytes) {
     const UINT codePage = inner_->codePage;
-    AppendBytes(codePage, WithSurrogatesReplaced(inner_->waiting, HasAllCharacters(codePage), u'?'), bytes);
-    inner_->waiting.clear();
+    const std::u16string text = std::exchange(inner_->waiting, {});
+    if (codePage == CP_UTF7) return AppendUtf7(text, bytes);
+    AppendBytes(codePage, WithSurrogatesReplaced(text, HasAllCharacters(codePage), u'?'), bytes);
 }
 
 std::u16string_view SystemDefaultCharset() {

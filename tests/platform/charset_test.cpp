@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <map>
 #include <random>
 #include <vector>
@@ -17,6 +18,22 @@ constexpr std::u16string_view kNames[] = {
     u"iso-8859-2", u"iso-8859-3", u"iso-8859-4", u"iso-8859-5", u"iso-8859-6",  u"iso-8859-7",  u"iso-8859-8",
     u"iso-8859-9", u"koi8-r",     u"shift-jis",  u"us-ascii",   u"utf-7",       u"utf-8",
 };
+
+std::string Name(std::u16string_view charset) {
+    return std::string(charset.begin(), charset.end());
+}
+
+// A machine that lacks charsets names them; Wine does, which stands in for Windows.
+bool IsThere(std::u16string_view charset) {
+    const char* const missing = std::getenv("TESSALY_MISSING_CHARSETS");
+    return missing == nullptr || std::string_view(missing).find(Name(charset)) == std::string_view::npos;
+}
+
+std::vector<std::u16string_view> Names() {
+    std::vector<std::u16string_view> names(std::begin(kNames), std::end(kNames));
+    std::erase_if(names, [](std::u16string_view name) { return !IsThere(name); });
+    return names;
+}
 
 // What every text in this charset begins with.
 std::string HeadOf(std::u16string_view charset) {
@@ -41,10 +58,6 @@ std::u16string Of(char32_t character) {
     return {static_cast<char16_t>(0xD800 + (offset >> 10)), static_cast<char16_t>(0xDC00 + (offset & 0x3FF))};
 }
 
-std::string Name(std::u16string_view charset) {
-    return std::string(charset.begin(), charset.end());
-}
-
 struct Known {
     std::u16string_view charset;
     std::string_view bytes;
@@ -57,6 +70,7 @@ constexpr Known kKnown[] = {
     {u"big5", "\xB3\x5C", u"\u8A31"},
     {u"euc-jp", "\xA4\xA2", u"\u3042"},
     {u"euc-jp", "\x8E\xB1", u"\uFF71"},
+    {u"euc-jp", "\x8F\xB0\xA1", u"\u4E02"},
     {u"euc-kr", "\xB0\xA1", u"\uAC00"},
     {u"gb2312", "\xB0\xA1", u"\u554A"},
     {u"iso-2022-jp", "\x1B$B$\"\x1B(B", u"\u3042"},
@@ -83,10 +97,11 @@ constexpr Known kKnown[] = {
 
 TEST(Charset, EachOneOnOfferIsReadAndWritten) {
     for (const Known& known : kKnown) {
+        if (!IsThere(known.charset)) continue;
         EXPECT_EQ(Decode(known.bytes, known.charset), known.text) << Name(known.charset);
         EXPECT_EQ(Encode(known.text, known.charset), known.bytes) << Name(known.charset);
     }
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         EXPECT_EQ(Decode("Tell <b>all</b>\r\n", name), u"Tell <b>all</b>\r\n") << Name(name);
         EXPECT_EQ(Encode(u"Tell <b>all</b>\r\n", name), HeadOf(name) + "Tell <b>all</b>\r\n") << Name(name);
     }
@@ -130,7 +145,7 @@ TEST(Charset, EachByteOfASingleByteCharsetThatIsReadIsWrittenBackAsItWas) {
 }
 
 TEST(Charset, ABackslashStaysABackslash) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         EXPECT_EQ(Decode("a\\b", name), u"a\\b") << Name(name);
         EXPECT_EQ(Decode(Encode(u"a\\b", name), name), u"a\\b") << Name(name);
         if (name != u"utf-7") {
@@ -145,11 +160,14 @@ TEST(Charset, ABackslashStaysABackslashInTheRomanSetOfJapaneseMail) {
 
 // Their byte is the backslash's, and means nothing else.
 TEST(Charset, YenAndWonSignsWhoseByteIsTheBackslashsAreMissing) {
-    EXPECT_EQ(Encode(u"a\u00A5b", u"iso-2022-jp"), "a?b");
     EXPECT_EQ(Encode(u"a\u00A5b", u"shift-jis"), "a?b");
     EXPECT_EQ(Encode(u"a\u00A5b", u"euc-jp"), "a?b");
-    EXPECT_EQ(Encode(u"a\u20A9b", u"iso-2022-kr"), "\x1B$)Ca?b");
     EXPECT_EQ(Encode(u"a\u20A9b", u"euc-kr"), "a?b");
+}
+
+TEST(Charset, YenAndWonSignsAreMissingInMail) {
+    EXPECT_EQ(Encode(u"a\u00A5b", u"iso-2022-jp"), "a?b");
+    EXPECT_EQ(Encode(u"a\u20A9b", u"iso-2022-kr"), "\x1B$)Ca?b");
 }
 
 TEST(Charset, AnOverlineOfTheRomanSetIsWrittenBackToIt) {
@@ -158,20 +176,23 @@ TEST(Charset, AnOverlineOfTheRomanSetIsWrittenBackToIt) {
 }
 
 TEST(Charset, ControlBytesStayThemselves) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         EXPECT_EQ(Decode("\x1A\x1C\x7F", name), u"\x1A\x1C\x7F") << Name(name);
         EXPECT_EQ(Decode(Encode(u"\x1A\x1C\x7F", name), name), u"\x1A\x1C\x7F") << Name(name);
         if (name != u"utf-7") {
             EXPECT_EQ(Encode(u"\x1A\x1C\x7F", name), HeadOf(name) + "\x1A\x1C\x7F") << Name(name);
         }
     }
+}
+
+TEST(Charset, ControlBytesStayThemselvesInTheRomanSetOfJapaneseMail) {
     EXPECT_EQ(Decode("\x1B(J\x1A\x1C\x7F\x1B(B", u"iso-2022-jp"), u"\x1A\x1C\x7F");
 }
 
 // What steers a stateful charset, and the "+" of utf-7, are the only bytes of ASCII with a meaning of their
 // own.
 TEST(Charset, EveryOtherByteOfASCIIStaysItself) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         for (int byte = 0; byte < 0x80; ++byte) {
             const bool isMail = name == u"iso-2022-jp" || name == u"iso-2022-kr";
             if (isMail && (byte == 0x0E || byte == 0x0F || byte == 0x1B)) continue;
@@ -184,7 +205,7 @@ TEST(Charset, EveryOtherByteOfASCIIStaysItself) {
 }
 
 TEST(Charset, NulCharactersAreRead) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         EXPECT_EQ(Decode(std::string_view("a\0b", 3), name), std::u16string(u"a\0b", 3)) << Name(name);
     }
 }
@@ -198,9 +219,12 @@ TEST(Charset, BytesThatDoNotDecodeBecomeReplacementCharacters) {
     EXPECT_EQ(Decode("a\x81", u"shift-jis"), u"a\uFFFD");
     EXPECT_EQ(Decode("a\xA4", u"big5"), u"a\uFFFD");
     EXPECT_EQ(Decode("a\xFFz", u"euc-jp"), u"a\uFFFDz");
+    EXPECT_EQ(Decode("a\xE4z", u"utf-7"), u"a\uFFFDz");
+}
+
+TEST(Charset, MailHasNoBytesWithAnEighthBit) {
     EXPECT_EQ(Decode("a\xE4z", u"iso-2022-jp"), u"a\uFFFDz");
     EXPECT_EQ(Decode("a\xE4z", u"iso-2022-kr"), u"a\uFFFDz");
-    EXPECT_EQ(Decode("a\xE4z", u"utf-7"), u"a\uFFFDz");
 }
 
 TEST(Charset, NoOverlongFormAndNoSurrogateIsUtf8) {
@@ -240,11 +264,11 @@ TEST(Charset, NoByteOrderMarkIsWritten) {
 }
 
 TEST(Charset, NothingIsWrittenForAnEmptyText) {
-    for (const auto name : kNames) EXPECT_EQ(Encode(u"", name), "") << Name(name);
+    for (const auto name : Names()) EXPECT_EQ(Encode(u"", name), "") << Name(name);
 }
 
 TEST(Charset, AMissingCharacterIsWrittenAsOneQuestionMark) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         if (IsUnicode(name)) continue;
         EXPECT_EQ(Encode(u"a\u0E01b", name), HeadOf(name) + "a?b") << Name(name);
         EXPECT_EQ(Encode(u"a\U0001F600b", name), HeadOf(name) + "a?b") << Name(name);
@@ -253,7 +277,7 @@ TEST(Charset, AMissingCharacterIsWrittenAsOneQuestionMark) {
 }
 
 TEST(Charset, CharactersOfNoWidthAreNotDropped) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         if (IsUnicode(name)) continue;
         for (const char16_t* const text :
              {u"a\u200Bb", u"a\u200Db", u"a\uFE0Fb", u"a\uFEFFb", u"a\u2060b", u"a\u034Fb", u"a\u180Eb"}) {
@@ -263,7 +287,7 @@ TEST(Charset, CharactersOfNoWidthAreNotDropped) {
 }
 
 TEST(Charset, ALoneSurrogateIsWrittenAsOneQuestionMark) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         if (name == u"utf-7") continue;
         EXPECT_EQ(Encode(u"a\xD83Dz", name), HeadOf(name) + "a?z") << Name(name);
         EXPECT_EQ(Encode(u"a\xDE00z", name), HeadOf(name) + "a?z") << Name(name);
@@ -284,9 +308,15 @@ TEST(Charset, AStatefulTextEndsInTheStartState) {
     EXPECT_EQ(Encode(u"\u00E9", u"utf-7"), "+AOk-");
 }
 
+TEST(Charset, Utf7KeepsTheMarksOfRowsAndPages) {
+    EXPECT_EQ(Encode(u"\"<b>=&;{}|`^@!#$%*'_[]\u00E9-+\\~", u"utf-7"),
+              "\"<b>=&;{}|`^@!#$%*'_[]+AOk--+-+AFwAfg-");
+}
+
 TEST(Charset, AStatefulTextInPiecesIsTheWholeText) {
     const std::u16string text = u"a\\\u3042\u3044\r\n\uAC00\uAC01?\u00E9\U0001F600-+\x1A\u20A9\u00A5z\u4E00";
     for (const auto name : {u"iso-2022-jp", u"iso-2022-kr", u"utf-7"}) {
+        if (!IsThere(name)) continue;
         const std::string whole = Encode(text, name);
         for (std::size_t size = 1; size <= text.size(); ++size) {
             Encoder encoder(name);
@@ -302,7 +332,7 @@ TEST(Charset, AStatefulTextInPiecesIsTheWholeText) {
 }
 
 TEST(Charset, FinishingTwiceWritesNothingMore) {
-    for (const auto name : kNames) {
+    for (const auto name : Names()) {
         Encoder encoder(name);
         std::string bytes;
         encoder.Append(u"a\u3042\uAC00", bytes);
@@ -335,6 +365,10 @@ TEST(Charset, NamesAreComparedWithoutRegardToCase) {
 // as something like it.
 class WholeCharset : public ::testing::TestWithParam<std::u16string_view> {
   protected:
+    void SetUp() override {
+        if (!IsThere(GetParam())) GTEST_SKIP() << "not on this machine";
+    }
+
     static std::vector<std::u16string> AllCharacters() {
         std::vector<std::u16string> all;
         for (char32_t character = 0x20; character < 0x110000; ++character) {

@@ -158,6 +158,19 @@ TEST(TextStream, OfAnUnknownCharsetDoesNotComeIntoBeing) {
     EXPECT_EQ(ErrorOf([] { TextStream stream(u""); }), 5);
 }
 
+#ifdef _WIN32
+constexpr const char* kLineEnd = "\r\n";
+#else
+constexpr const char* kLineEnd = "\n";
+#endif
+
+// Lines as the system's settings files end them.
+std::string Ended(std::string_view lines) {
+    std::string ended;
+    for (const char mark : lines) ended += mark == '\n' ? kLineEnd : std::string(1, mark);
+    return ended;
+}
+
 std::u16string Read(const TemporaryFolder& folder, std::u16string_view key) {
     return ReadIni(folder.Path("a.ini"), u"Settings", key).value_or(u"(none)");
 }
@@ -196,7 +209,7 @@ TEST(IniFile, AnEmptyValueIsAValue) {
 TEST(IniFile, WritingMakesFileSectionAndKey) {
     const TemporaryFolder folder;
     Write(folder, u"Key", u"one");
-    EXPECT_EQ(folder.Read("a.ini"), "[Settings]\nKey=one\n");
+    EXPECT_EQ(folder.Read("a.ini"), Ended("[Settings]\nKey=one\n"));
     Write(folder, u"Other", u"two");
     Write(folder, u"Key", u"three");
     EXPECT_EQ(Read(folder, u"Key"), u"three");
@@ -222,18 +235,18 @@ TEST(IniFile, WhatItDoesNotKnowIsKept) {
     const std::string text = folder.Read("a.ini");
     for (const auto* kept : {"; about this file\n", "[Other]\n", "; about the size\nSize=12\n",
                              "# about the key\n", "Key=new\n", "Unknown=a=b\n"}) {
-        EXPECT_NE(text.find(kept), std::string::npos) << kept;
+        EXPECT_NE(text.find(Ended(kept)), std::string::npos) << kept;
     }
     EXPECT_EQ(text.find("old"), std::string::npos);
 }
 
 TEST(IniFile, CommentsBehindTheLastKeyAreKept) {
     const TemporaryFolder folder;
-    folder.Write("a.ini", "[Settings]\nKey=old\n;Other=turned off\n\n# the end\n");
+    folder.Write("a.ini", Ended("[Settings]\nKey=old\n;Other=turned off\n\n# the end\n"));
     Write(folder, u"Key", u"new");
-    EXPECT_EQ(folder.Read("a.ini"), "[Settings]\nKey=new\n;Other=turned off\n\n# the end\n");
+    EXPECT_EQ(folder.Read("a.ini"), Ended("[Settings]\nKey=new\n;Other=turned off\n\n# the end\n"));
     Write(folder, u"Key", u"newer");
-    EXPECT_EQ(folder.Read("a.ini"), "[Settings]\nKey=newer\n;Other=turned off\n\n# the end\n");
+    EXPECT_EQ(folder.Read("a.ini"), Ended("[Settings]\nKey=newer\n;Other=turned off\n\n# the end\n"));
 }
 
 TEST(IniFile, WritingAgainAndAgainDoesNotMakeItGrow) {
@@ -272,7 +285,7 @@ TEST(IniFile, QuotesAroundAValueAreNoPartOfIt) {
 TEST(IniFile, ValuesAreUtf8) {
     const TemporaryFolder folder;
     Write(folder, u"Key", u"M\u00E4rz");
-    EXPECT_EQ(folder.Read("a.ini"), "[Settings]\nKey=M\xC3\xA4rz\n");
+    EXPECT_EQ(folder.Read("a.ini"), Ended("[Settings]\nKey=M\xC3\xA4rz\n"));
     folder.Write("a.ini", "\xEF\xBB\xBF[Settings]\r\nKey = M\xC3\xA4rz \r\n");
     EXPECT_EQ(Read(folder, u"Key"), u"M\u00E4rz");
 }
@@ -282,7 +295,7 @@ TEST(IniFile, BytesThatAreNoUtf8AreKept) {
     folder.Write("a.ini", "[Settings]\nKey=M\xE4rz\n");
     EXPECT_EQ(Read(folder, u"Key"), u"M\uFFFDrz");
     Write(folder, u"Other", u"1");
-    EXPECT_EQ(folder.Read("a.ini"), "[Settings]\nKey=M\xE4rz\nOther=1\n");
+    EXPECT_EQ(folder.Read("a.ini"), Ended("[Settings]\nKey=M\xE4rz\nOther=1\n"));
 }
 
 // A charset is written as a page names it: it must not bring lines of its own into the file.
