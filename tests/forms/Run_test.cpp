@@ -2,7 +2,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -42,6 +44,28 @@ class FileOpener : public QObject {
 
   public slots:
     void Open(const QUrl& url) { opened << url; }
+};
+
+// Picks a folder in the dialog that opens; backs out of it where none is given.
+class FolderPicker {
+  public:
+    explicit FolderPicker(const QString& folder) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, folder] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr) return;
+            timer_.stop();
+            openedOn = dialog->directory().absolutePath();
+            if (folder.isEmpty()) return dialog->reject();
+            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        timer_.start(1);
+    }
+
+    QString openedOn;
+
+  private:
+    QTimer timer_;
 };
 
 // Counts how often a widget is painted.
@@ -360,6 +384,27 @@ class Run : public QObject {
         QCOMPARE(open.Find<QLineEdit>("txtDiscusRootFolder")->text(), tessaly::ToQt(root));
         QCOMPARE(open.Find<QLineEdit>("txtDiscusMainFolder")->text(),
                  tessaly::ToQt(root) + QStringLiteral("\\discus_admin_nnnnnnnnnn\\"));
+    }
+
+    void theFolderPickerOpensOnTheFieldAndGivesWhatIsPicked() {
+        OpenForm open;
+        open.board.folder.MakeFolder("elsewhere");
+        FolderPicker picker(QString::fromStdU16String(open.board.folder.Native("elsewhere").u16string()));
+        open.Click("cmdBrowseRoot");
+        QCOMPARE(picker.openedOn, QString::fromStdU16String(open.board.folder.Native("source").u16string()));
+        QCOMPARE(open.Find<QLineEdit>("txtDiscusRootFolder")->text(),
+                 tessaly::ToQt(open.board.folder.Path("elsewhere")));
+        QCOMPARE(open.Find<QLineEdit>("txtDiscusMessageFolder")->text(),
+                 tessaly::ToQt(open.board.folder.Path("elsewhere")) + QStringLiteral("\\discus\\messages\\"));
+    }
+
+    void backingOutOfTheFolderPickerGivesNothing() {
+        OpenForm open;
+        open.board.folder.Write("output/old.txt", "old");
+        FolderPicker picker{QString()};
+        open.Click("cmdBrowseOutput");
+        QCOMPARE(picker.openedOn, QString::fromStdU16String(open.board.folder.Native("output").u16string()));
+        QVERIFY(open.board.folder.Exists("output/old.txt"));
     }
 
     void backingOutOfTheRootStillChecksWhatStandsThere() {
