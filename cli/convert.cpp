@@ -1,8 +1,10 @@
 #include "cli/convert.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "cli/ProgressLine.h"
+#include "cli/finish.h"
 #include "cli/report.h"
 #include "control/NameProgram.h"
 #include "control/cmdConvert.h"
@@ -78,12 +80,20 @@ std::optional<std::u16string> Convert(ConversionState& state, Screen& screen, co
     }
 }
 
+// Half a board makes no forum.
+int FinishIfWhole(const ConversionState& state, const Options& options) {
+    if (state.Progress.SummaryShown && !state.Progress.WasCancelled) return FinishRun(state, options);
+    platform::WriteError(u"The conversion did not come to its end, so the board is not finished.\n");
+    return kTrouble;
+}
+
 }  // namespace
 
 int RunConversion(const Options& options) {
     ConversionState state;
     Screen screen;
     HookIn(state, screen, options);
+    state.Note.IsWanted = options.isFinishWanted;
     const std::optional<std::u16string> untrapped = Convert(state, screen, options);
     if (untrapped) {
         if (screen.progress) screen.progress->Clear();
@@ -100,7 +110,9 @@ int RunConversion(const Options& options) {
     if (untrapped) return kUntrapped;
     const std::size_t expected = state.Progress.SummaryShown ? 1 : 0;
     const bool isWell = screen.messages.size() == expected && state.Progress.TroubledFiles.empty();
-    return isWell ? kAllWell : kTrouble;
+    const int status = isWell ? kAllWell : kTrouble;
+    if (!options.isFinishWanted) return status;
+    return std::max(status, FinishIfWhole(state, options));
 }
 
 }  // namespace tessaly

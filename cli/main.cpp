@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "cli/convert.h"
+#include "cli/finish.h"
 #include "platform/charset.h"
 #include "platform/console.h"
 
@@ -95,6 +96,70 @@ void AddProgram(CLI::App& convert, tessaly::Options& options) {
     convert.add_flag("--quiet", options.quiet, "No progress line and no summary")->group(group);
 }
 
+constexpr const char* kFinishAbout =
+    "Make of a conversion's import files what a forum of the 1.8 line takes as it is";
+
+constexpr const char* kFinishFooter = R"(
+Reads the import files in the folder of --output and writes the folder "finish" beside them; an earlier one is
+replaced. README.txt in it leads on. Connects to no database.
+
+Without the note that "convert --finish" leaves, attachments find no posts, and pages that only list others are
+not in the redirect map.
+
+Example:
+  tessaly-cli finish --output /srv/import --forum http://forum.new.example/
+
+Exit status: 0 all went well, 1 something was reported, 2 wrong usage.)";
+
+// Options that the command "finish" and "convert --finish" have in common.
+std::vector<CLI::Option*> AddNumbers(CLI::App& app, tessaly::FinishWords& words, const std::string& group) {
+    constexpr std::int64_t kHighestForum = 65535;
+    constexpr std::int64_t kHighest = 4294967295;
+    const std::vector<CLI::Option*> added = {
+        app.add_option("--prefix", words.prefix, "What the names of the forum's tables begin with (mybb_)")
+            ->type_name("TEXT"),
+        app.add_option("--first-forum", words.firstForum, "Number of the first forum (3)")
+            ->type_name("N")
+            ->check(CLI::Range(std::int64_t{1}, kHighestForum)),
+        app.add_option("--first-thread", words.firstThread, "Number of the first thread (1)")
+            ->type_name("N")
+            ->check(CLI::Range(std::int64_t{1}, kHighest)),
+        app.add_option("--first-post", words.firstPost, "Number of the first post, and attachment (1)")
+            ->type_name("N")
+            ->check(CLI::Range(std::int64_t{1}, kHighest)),
+        app.add_flag("--keep-pages-as-forums", words.keepPagesAsForums,
+                     "Keep a forum for each page instead of a thread in the forum above"),
+    };
+    for (CLI::Option* const option : added) option->group(group);
+    return added;
+}
+
+void AddFinish(CLI::App& convert, tessaly::Options& options) {
+    const std::string group = "Finish";
+    CLI::Option* const wanted =
+        convert
+            .add_flag("--finish", options.isFinishWanted,
+                      "Then write the folder \"finish\", from which a forum lives at once")
+            ->group(group);
+    for (CLI::Option* const option : AddNumbers(convert, options.finish, group)) option->needs(wanted);
+}
+
+void AddFinishCommand(CLI::App& finish, tessaly::FinishWords& words) {
+    const std::string group = "Options";
+    finish.footer(kFinishFooter);
+    finish.add_option("--output", words.output, "Output folder of the conversion")
+        ->type_name("DIR")
+        ->required()
+        ->group(group);
+    finish.add_option("--forum", words.forum, "Address of the new forum; without it the note tells")
+        ->type_name("URL")
+        ->group(group);
+    AddNumbers(finish, words, group);
+    finish.add_option("--charset", words.charset, "Charset of the import files; without it the note tells")
+        ->type_name("NAME")
+        ->group(group);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -109,6 +174,10 @@ int main(int argc, char** argv) {
     AddFields(convert, options);
     AddSwitches(convert, options);
     AddProgram(convert, options);
+    AddFinish(convert, options);
+    tessaly::FinishWords finishWords;
+    CLI::App& finish = *app.add_subcommand("finish", kFinishAbout);
+    AddFinishCommand(finish, finishWords);
     try {
         std::vector<std::string> words = tessaly::platform::Arguments(argc, argv);
         // The parser takes them from the back.
@@ -118,6 +187,7 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? tessaly::kAllWell : tessaly::kWrongUsage;
     }
+    if (finish.parsed()) return tessaly::RunFinish(finishWords);
     const std::string wrong = tessaly::CompleteFolders(options);
     if (!wrong.empty()) {
         tessaly::platform::WriteError(tessaly::platform::FromUtf8(wrong) + u"\n");

@@ -1,11 +1,24 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
 #include "control/modDefinitions.h"
 
 namespace tessaly {
+
+// What the operator types about finishing a board. Texts are UTF-8, folders native paths.
+struct FinishWords {
+    std::string output;
+    std::string prefix = "mybb_";
+    std::int64_t firstForum = 3;
+    std::int64_t firstThread = 1;
+    std::int64_t firstPost = 1;
+    bool keepPagesAsForums = false;
+    std::string forum;
+    std::string charset;
+};
 
 // What the operator types on the command line. Texts are UTF-8, folders native paths.
 struct Options {
@@ -31,6 +44,8 @@ struct Options {
     std::string programFolder;
     std::string report;
     bool quiet = false;
+    bool isFinishWanted = false;
+    FinishWords finish;
 };
 
 // Fills in the folders that follow from the root alone. Gives what is wrong in words, empty when nothing is.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "control/FormFields.h"
+#include "control/RunNote.h"
 #include "control/ToolboxLibrary.h"
 #include "text/KeyedCollection.h"
 #include "text/search.h"
@@ -229,6 +230,7 @@ struct ConversionState {
     std::function<void(TextField&)> SetFocus = [](TextField&) {};
 
     RunProgress Progress;
+    RunNote Note;
 };
 
 // The element of the page in hand, by `Depth` as it stands. Raises 9 when there is none.

@@ -92,6 +92,8 @@ void mybbWriteUserFile(ConversionState& state) try {
             std::u16string text;
             MakeRow(state, *member, carried).BuildString(text);
             WriteFileLine(state, text, state.UsersImportFile, u"mybb_users", false);
+            if (state.Note.IsWanted && member->Groups.empty())
+                state.Note.MembersWithoutGroup.push_back(member->ID);
         }
         isAdministrator = false;
         state.ToolboxA.KeepResponsive();

@@ -24,6 +24,8 @@ std::u16string_view CharsetOf(TextFormat format) {
             return SystemDefaultCharset();
         case TextFormat::kSingleByte:
             return SingleByteCharset();
+        case TextFormat::kUtf8:
+            return u"utf-8";
     }
     return {};
 }
@@ -35,10 +37,14 @@ TextFile::TextFile(std::u16string_view path, OpenMode mode, TextFormat format)
     if (format == TextFormat::kUnicode && file_.Size() == 0) waiting_ = "\xFF\xFE";
 }
 
+void TextFile::Write(std::u16string_view text) {
+    encoder_.Append(text, waiting_);
+    if (waiting_.size() >= kMostWaiting) Flush();
+}
+
 void TextFile::WriteLine(std::u16string_view text) {
     encoder_.Append(text, waiting_);
-    encoder_.Append(u"\r\n", waiting_);
-    if (waiting_.size() >= kMostWaiting) Flush();
+    Write(u"\r\n");
 }
 
 void TextFile::Close() {

@@ -15,6 +15,7 @@ enum class TextFormat {
     kUnicode,        // 16-bit units, low byte first, a byte-order mark at the head of the file
     kSystemDefault,  // the system's own encoding of text files
     kSingleByte,     // the system's code page of single bytes
+    kUtf8,           // without a byte-order mark
 };
 
 // A text file written line by line. What was written is on disk when the file is closed, or sooner.
@@ -22,6 +23,9 @@ class TextFile {
   public:
     // Opens the file, creating it if needed.
     TextFile(std::u16string_view path, OpenMode mode, TextFormat format);
+
+    // The text as it stands.
+    void Write(std::u16string_view text);
 
     // The text with carriage return and line feed behind it.
     void WriteLine(std::u16string_view text);

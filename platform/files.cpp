@@ -166,6 +166,10 @@ void MakeFolders(std::u16string_view path) {
     CreateFolders(ToNative(path));
 }
 
+void RenameFolder(std::u16string_view folder, std::u16string_view name) {
+    MoveOver(WithoutTrailingSeparator(ToNative(folder)), WithoutTrailingSeparator(ToNative(name)));
+}
+
 std::vector<std::u16string> Subfolders(std::u16string_view folder) {
     return NamesIn(folder, Kind::kFolder);
 }

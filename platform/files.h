@@ -40,6 +40,9 @@ void CopyFile(std::u16string_view source, std::u16string_view target);
 // Creates the folder with every missing parent; does nothing when it is there.
 void MakeFolders(std::u16string_view path);
 
+// Gives a folder another name beside it; nothing stands under that name yet.
+void RenameFolder(std::u16string_view folder, std::u16string_view name);
+
 // The folders' or files' names, in order of name ignoring case. Raises 76 when the folder is not there.
 std::vector<std::u16string> Subfolders(std::u16string_view folder);
 std::vector<std::u16string> Files(std::u16string_view folder);

@@ -150,6 +150,7 @@ void FindSections(ConversionState& state, Exhausted& exhausted) {
 void WriteForumRow(ConversionState& state) {
     DataIndexElement& page = CurrentIndex(state);
     mybbWriteForumsFile(state, page.MeName, state.ForumCounter, state.ForumOrder, page.ParentList, u"f", u"");
+    if (state.Note.IsWanted) state.Note.ForumPages.emplace_back(state.ForumCounter, page.PagePath);
 }
 
 // The address of the sub-topic, up to its query.

@@ -1,0 +1,93 @@
+#include "finish/FinishNote.h"
+
+#include "platform/LineReader.h"
+#include "platform/charset.h"
+#include "platform/files.h"
+#include "text/numbers.h"
+#include "text/split.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::u16string_view kNoteName = u"FinishNote.txt";
+constexpr std::u16string_view kCharset = u"charset";
+constexpr std::u16string_view kForum = u"forum";
+constexpr std::u16string_view kAttachment = u"attachment";
+constexpr std::u16string_view kPage = u"page";
+constexpr std::u16string_view kWithoutGroup = u"nogroup";
+
+// The folder on the old site in which the board's own folder "discus" lies: the path of the site's address
+// without that folder.
+std::u16string SitePrefix(std::u16string_view website) {
+    const Position scheme = Find(website, u"://");
+    const std::u16string_view behind = scheme == 0 ? website : From(website, scheme + 3);
+    const Position slash = Find(behind, u"/");
+    if (slash == 0) return {};
+    std::u16string prefix(From(behind, slash));
+    while (prefix.ends_with(u'/')) prefix.pop_back();
+    constexpr std::u16string_view kBoard = u"/discus";
+    const std::size_t kept = prefix.size() < kBoard.size() ? 0 : prefix.size() - kBoard.size();
+    if (EqualIgnoringCase(std::u16string_view(prefix).substr(kept), kBoard)) prefix.resize(kept);
+    return prefix;
+}
+
+// The path below the root of the copy, as the old site's visitors know it.
+std::u16string PathOnSite(const ConversionState& state, std::u16string_view page) {
+    std::u16string path(page);
+    if (!state.DiscusRootFolder.empty() && StandsAt(page, 1, state.DiscusRootFolder)) {
+        path.erase(0, state.DiscusRootFolder.size());
+    } else {
+        ReplaceAll(path, state.DiscusMessageFolder, u"discus\\messages\\");
+        ReplaceAll(path, state.DiscusSecureMessageFolder, u"discus\\messages\\");
+    }
+    ReplaceAll(path, u"\\", u"/");
+    return SitePrefix(state.DiscusWebsite) + u"/" + path;
+}
+
+void AddLine(std::string& text, std::u16string_view word, std::u16string_view rest) {
+    text += platform::ToUtf8(word) + "," + platform::ToUtf8(rest) + "\r\n";
+}
+
+void TakeLine(FinishNote& note, std::u16string_view line) {
+    const Position comma = Find(line, u",");
+    if (comma == 0) return;
+    const std::u16string_view word = Between(line, 1, comma);
+    const std::u16string_view rest = From(line, comma + 1);
+    if (word == kCharset) note.charset = rest;
+    if (word == kForum) note.forumAddress = rest;
+    if (word == kWithoutGroup) note.membersWithoutGroup.insert(ToInteger(rest));
+    const Position second = Find(rest, u",");
+    if (second == 0) return;
+    const std::u16string_view first = Between(rest, 1, second);
+    const std::u16string_view last = From(rest, second + 1);
+    if (word == kAttachment) note.pidsByAid[ToInteger(first)] = ToInteger(last);
+    if (word == kPage) note.pages.push_back({ToInteger(first), std::u16string(last)});
+}
+
+}  // namespace
+
+void WriteFinishNote(const ConversionState& state) {
+    std::string text;
+    AddLine(text, kCharset, state.Charset);
+    AddLine(text, kForum, state.mybbForumAddr);
+    AddLine(text, kPage, u"0," + PathOnSite(state, state.DiscusMessageFolder + u"board-topics.html"));
+    for (const auto& [fid, path] : state.Note.ForumPages)
+        AddLine(text, kPage, ToText(fid) + u"," + PathOnSite(state, path));
+    for (const auto& [aid, pid] : state.Note.AttachmentPosts)
+        AddLine(text, kAttachment, ToText(aid) + u"," + ToText(pid));
+    for (const std::int32_t number : state.Note.MembersWithoutGroup)
+        AddLine(text, kWithoutGroup, ToText(number));
+    platform::WriteWholeFile(state.mybbOutputFolder + std::u16string(kNoteName), {text});
+}
+
+std::optional<FinishNote> ReadFinishNote(std::u16string_view folder) {
+    const std::u16string path = std::u16string(folder) + std::u16string(kNoteName);
+    if (!platform::FileExists(path)) return {};
+    FinishNote note;
+    platform::LineReader lines(path, u"utf-8");
+    for (std::u16string_view line; lines.Next(line);) TakeLine(note, line);
+    return note;
+}
+
+}  // namespace tessaly

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// Reads the size, font and color tags of one message in the order in which they stand, and gives for each
+// what the forum understands: sizes by name, several attributes as tags within each other, and nothing for
+// what it would show as it stands.
+class FontTags {
+  public:
+    enum class Kind { kSize, kFont, kColor };
+
+    // The tag that opens with this text between its brackets, such as "size=2 color=red".
+    std::u16string Open(Kind kind, std::u16string_view inner);
+
+    // A closing tag. One of "font" closes whatever is open when no font is: it was a bare closing on the
+    // page.
+    std::u16string Close(Kind kind);
+
+    // What closes all that is open at the message's end.
+    std::u16string CloseAll();
+
+  private:
+    struct Opened {
+        Kind kind;
+        std::u16string closing;
+    };
+
+    std::vector<Opened> opened_;
+};
+
+}  // namespace tessaly

@@ -1,0 +1,319 @@
+#include "finish/Scripts.h"
+
+#include <algorithm>
+
+#include "text/numbers.h"
+#include "text/search.h"
+
+namespace tessaly {
+
+namespace {
+
+using platform::OpenMode;
+using platform::TextFile;
+using platform::TextFormat;
+
+// A table as the scripts speak of it.
+struct Speech {
+    std::u16string_view table;
+    std::u16string_view key;
+    std::u16string_view numbers;  // what its numbers are called
+    std::u16string_view remedy;   // how to get others
+};
+
+constexpr Speech kSpeeches[] = {
+    {u"usergroups", u"gid", u"group numbers", u"convert again with a higher --groups"},
+    {u"users", u"uid", u"member numbers", u"convert again with a higher --users"},
+    {u"forums", u"fid", u"forum numbers", u"finish again with a higher --first-forum"},
+    {u"threads", u"tid", u"thread numbers", u"finish again with a higher --first-thread"},
+    {u"posts", u"pid", u"post numbers", u"finish again with a higher --first-post"},
+    {u"attachments", u"aid", u"attachment numbers",
+     u"finish again with a higher --first-post, from which attachments count as well"},
+};
+
+// Announcements are numbered behind those that are there already.
+constexpr std::u16string_view kAnnouncements = u"announcements";
+
+const Speech* SpeechOf(const TableSummary& table) {
+    for (const Speech& speech : kSpeeches) {
+        if (speech.table == table.table) return &speech;
+    }
+    return nullptr;
+}
+
+std::u16string Quoted(std::u16string_view text) {
+    std::u16string quoted(text);
+    ReplaceAll(quoted, u"\\", u"\\\\");
+    ReplaceAll(quoted, u"'", u"''");
+    return u"'" + quoted + u"'";
+}
+
+std::u16string Variable(std::u16string_view what, std::u16string_view table) {
+    return u"@" + std::u16string(what) + u"_" + std::u16string(table);
+}
+
+class Script {
+  public:
+    Script(std::u16string_view folder, std::u16string_view name, std::u16string_view prefix)
+        : file_(std::u16string(folder) + std::u16string(name), OpenMode::kWriting, TextFormat::kUtf8),
+          prefix_(prefix) {}
+
+    void Line(std::u16string_view line = {}) { file_.Write(std::u16string(line) + u"\n"); }
+
+    std::u16string Name(std::u16string_view table) const {
+        return u"`" + prefix_ + std::u16string(table) + u"`";
+    }
+
+    std::u16string BareName(std::u16string_view table) const {
+        return Quoted(prefix_ + std::u16string(table));
+    }
+
+    void Close() { file_.Close(); }
+
+  private:
+    TextFile file_;
+    std::u16string prefix_;
+};
+
+void Begin(Script& script) {
+    script.Line(u"SET NAMES utf8mb4;");
+    script.Line(
+        u"SET SESSION sql_mode = 'STRICT_ALL_TABLES,NO_AUTO_VALUE_ON_ZERO', "
+        u"SESSION group_concat_max_len = 100000;");
+    script.Line();
+}
+
+// How many of a table's rows have the numbers that are wanted.
+std::u16string CountOf(const Script& script, const TableSummary& table, const Speech& speech) {
+    const std::u16string key(speech.key);
+    return u"(SELECT COUNT(*) FROM " + script.Name(table.table) + u" WHERE " + key + u" BETWEEN " +
+           ToText(table.firstNumber) + u" AND " + ToText(table.lastNumber) + u")";
+}
+
+void CountTakenNumbers(Script& script, const std::vector<TableSummary>& tables) {
+    script.Line(u"-- Numbers that are in use already.");
+    for (const TableSummary& table : tables) {
+        const Speech* const speech = SpeechOf(table);
+        if (speech == nullptr) continue;
+        const std::u16string count = table.rows == 0 ? u"0" : CountOf(script, table, *speech);
+        script.Line(u"SET " + Variable(u"taken", table.table) + u" = " + count + u";");
+    }
+    script.Line();
+}
+
+void CountTakenNames(Script& script, const std::vector<std::u16string>& names) {
+    constexpr std::size_t kNamesOfAStatement = 200;
+    script.Line(u"-- Names that are in use already, as the database compares names.");
+    script.Line(u"SET @taken_names = 0, @names = '';");
+    for (std::size_t from = 0; from < names.size(); from += kNamesOfAStatement) {
+        std::u16string list;
+        const std::size_t end = std::min(from + kNamesOfAStatement, names.size());
+        for (std::size_t at = from; at < end; ++at) list += (at == from ? u"" : u", ") + Quoted(names[at]);
+        const std::u16string taken =
+            u" FROM " + script.Name(u"users") + u" WHERE username IN (" + list + u")";
+        script.Line(
+            u"SELECT @taken_names + COUNT(*), CONCAT_WS(', ', NULLIF(@names, ''), "
+            u"GROUP_CONCAT(username ORDER BY username SEPARATOR ', '))" +
+            taken + u" INTO @taken_names, @names;");
+    }
+    script.Line();
+}
+
+std::u16string ReachNumber(Reach reach) {
+    if (reach == Reach::kAscii) return u"0";
+    return reach == Reach::kSixteenBits ? u"1" : u"2";
+}
+
+// One row of the list of what is needed.
+std::u16string NeedRow(const Script& script, const TableSummary& table, const ColumnNeed& need) {
+    return u"SELECT " + script.BareName(table.table) + u" AS t, '" + std::u16string(need.name) + u"' AS c, " +
+           ToText(static_cast<std::int64_t>(need.characters)) + u" AS characters, " +
+           ToText(static_cast<std::int64_t>(need.bytes)) + u" AS bytes, " + ReachNumber(need.reach) +
+           u" AS reach";
+}
+
+void CompareColumns(Script& script, const std::vector<TableSummary>& tables) {
+    script.Line(
+        u"-- Columns that are missing, too short, or of a charset that lacks characters of the texts.");
+    script.Line(u"SELECT COUNT(*) - COUNT(c.COLUMN_NAME),");
+    script.Line(u"  GROUP_CONCAT(IF(c.COLUMN_NAME IS NULL, CONCAT(n.t, '.', n.c), NULL) SEPARATOR ', '),");
+    const std::u16string columns = u"GROUP_CONCAT(IF(";
+    const std::u16string tooShort =
+        u"n.characters > c.CHARACTER_MAXIMUM_LENGTH OR n.bytes > c.CHARACTER_OCTET_LENGTH";
+    const std::u16string lacking =
+        u"(n.reach = 2 AND c.CHARACTER_SET_NAME <> 'utf8mb4') OR "
+        u"(n.reach = 1 AND c.CHARACTER_SET_NAME NOT LIKE 'utf8%')";
+    for (const std::u16string& condition : {tooShort, lacking}) {
+        script.Line(u"  COALESCE(SUM(" + condition + u"), 0), " + columns + condition +
+                    u", CONCAT(n.t, '.', n.c), NULL) SEPARATOR ', ')" + (condition == tooShort ? u"," : u""));
+    }
+    script.Line(u"FROM (");
+    bool isFirst = true;
+    for (const TableSummary& table : tables) {
+        std::vector<ColumnNeed> needs = table.columns;
+        for (const Constant& constant : table.constants) needs.push_back({constant.name});
+        for (const ColumnNeed& need : needs) {
+            script.Line((isFirst ? u"  " : u"  UNION ALL ") + NeedRow(script, table, need));
+            isFirst = false;
+        }
+    }
+    script.Line(u") AS n LEFT JOIN information_schema.COLUMNS AS c");
+    script.Line(u"  ON c.TABLE_SCHEMA = DATABASE() AND c.TABLE_NAME = n.t AND c.COLUMN_NAME = n.c");
+    script.Line(u"INTO @missing, @missing_columns, @short, @short_columns, @lacking, @lacking_columns;");
+    script.Line();
+}
+
+void SumUp(Script& script) {
+    script.Line(u"SET @problems = CONCAT_WS('; ',");
+    for (const Speech& speech : kSpeeches) {
+        const std::u16string taken = Variable(u"taken", speech.table);
+        script.Line(u"  IF(" + taken + u" > 0, CONCAT(" + taken + u", ' " + std::u16string(speech.numbers) +
+                    u" are taken'), NULL),");
+    }
+    script.Line(u"  IF(@taken_names > 0, CONCAT(@taken_names, ' member names are taken'), NULL),");
+    script.Line(u"  IF(@missing > 0, CONCAT(@missing, ' columns are missing'), NULL),");
+    script.Line(u"  IF(@short > 0, CONCAT(@short, ' columns are too short'), NULL),");
+    script.Line(u"  IF(@lacking > 0, CONCAT(@lacking, ' columns lack characters'), NULL),");
+    script.Line(u"  IF(@@local_infile = 0, 'the server takes no LOAD DATA LOCAL', NULL));");
+    script.Line();
+}
+
+void WriteCheck(Script& script, const std::vector<TableSummary>& tables,
+                const std::vector<std::u16string>& memberNames) {
+    CountTakenNumbers(script, tables);
+    CountTakenNames(script, memberNames);
+    CompareColumns(script, tables);
+    SumUp(script);
+}
+
+void ShowCheck(Script& script, const std::vector<TableSummary>& tables) {
+    script.Line(u"SELECT what, CAST(number AS UNSIGNED) AS number, which, remedy FROM (");
+    for (const TableSummary& table : tables) {
+        const Speech* const speech = SpeechOf(table);
+        if (speech == nullptr) continue;
+        script.Line(u"  SELECT '" + std::u16string(speech->numbers) + u" that are taken' AS what, " +
+                    Variable(u"taken", table.table) + u" AS number, '" + std::u16string(speech->key) + u" " +
+                    ToText(table.firstNumber) + u" to " + ToText(table.lastNumber) +
+                    u" are needed' AS which, '" + std::u16string(speech->remedy) + u"' AS remedy UNION ALL");
+    }
+    script.Line(
+        u"  SELECT 'member names that are taken', @taken_names, @names, 'rename these members of the "
+        u"new forum first' UNION ALL");
+    script.Line(
+        u"  SELECT 'columns that are missing', @missing, @missing_columns, 'see whether the prefix and the "
+        u"version of the forum are right' UNION ALL");
+    script.Line(u"  SELECT 'columns that are too short', @short, @short_columns, 'lengthen them' UNION ALL");
+    script.Line(
+        u"  SELECT 'columns that lack characters', @lacking, @lacking_columns, 'turn the tables into "
+        u"utf8mb4' "
+        u"UNION ALL");
+    script.Line(
+        u"  SELECT 'LOAD DATA LOCAL is switched off', IF(@@local_infile = 0, 1, 0), '', 'have local_infile "
+        u"switched on in the server'");
+    script.Line(u") AS found WHERE number > 0");
+    script.Line(u"UNION ALL");
+    script.Line(
+        u"SELECT IF(@problems = '', 'ready', CONCAT('not ready: ', @problems)), '', '', "
+        u"IF(@problems = '', 'go on with 2 Load.sql', 'load nothing yet');");
+}
+
+// Goes on, or ends the script by an error that tells why: the database names the column that it does not
+// find.
+void GoOnOnlyIf(Script& script, std::u16string_view problems, std::u16string_view otherwise,
+                std::u16string_view statement) {
+    script.Line(u"SET @step = IF(" + std::u16string(problems) + u" = '', '" + std::u16string(statement) +
+                u"', CONCAT('SELECT `" + std::u16string(otherwise) + u"', LEFT(" + std::u16string(problems) +
+                u", 150), '`'));");
+    script.Line(u"PREPARE tessaly_step FROM @step;");
+    script.Line(u"EXECUTE tessaly_step;");
+    script.Line(u"DEALLOCATE PREPARE tessaly_step;");
+    script.Line();
+}
+
+std::u16string ColumnList(const TableSummary& table) {
+    std::u16string list;
+    for (const ColumnNeed& column : table.columns) {
+        const bool isNumberOfAnnouncement = table.table == kAnnouncements && list.empty();
+        if (!list.empty()) list += u", ";
+        list += isNumberOfAnnouncement ? u"@aid" : u"`" + std::u16string(column.name) + u"`";
+    }
+    return list;
+}
+
+std::u16string SetList(const TableSummary& table) {
+    if (table.table == kAnnouncements) return u"`aid` = @aid + @last_announcement";
+    std::u16string list;
+    for (const Constant& constant : table.constants) {
+        if (!list.empty()) list += u", ";
+        list += u"`" + std::u16string(constant.name) + u"` = " + std::u16string(constant.value);
+    }
+    return list;
+}
+
+void Load(Script& script, const TableSummary& table) {
+    script.Line(u"LOAD DATA LOCAL INFILE '" + TableFileName(table.table) + u"' INTO TABLE " +
+                script.Name(table.table) + u" CHARACTER SET utf8mb4");
+    script.Line(u"FIELDS TERMINATED BY '\\t' ESCAPED BY '\\\\' LINES TERMINATED BY '\\n'");
+    script.Line(u"(" + ColumnList(table) + u")");
+    const std::u16string set = SetList(table);
+    script.Line((set.empty() ? set : u"SET " + set) + u";");
+    script.Line();
+}
+
+// LOAD DATA LOCAL leaves out with a warning what does not go in.
+void CountLoaded(Script& script, const std::vector<TableSummary>& tables) {
+    script.Line(u"-- Whether all rows are in. Otherwise none of them stays.");
+    script.Line(u"SET @problems = CONCAT_WS('; ',");
+    for (const TableSummary& table : tables) {
+        const Speech* const speech = SpeechOf(table);
+        const std::u16string count =
+            speech != nullptr
+                ? CountOf(script, table, *speech)
+                : u"(SELECT COUNT(*) FROM " + script.Name(table.table) + u" WHERE aid > @last_announcement)";
+        const std::u16string name(table.table);
+        const std::u16string wanted = ToText(table.rows);
+        const std::u16string test =
+            table.rows == 0 ? u"NULL"
+                            : u"IF(" + count + u" = " + wanted + u", NULL, '" + name + u" are incomplete')";
+        script.Line(u"  " + test + (&table == &tables.back() ? u");" : u","));
+    }
+    script.Line();
+}
+
+void WriteLoad(Script& script, const std::vector<TableSummary>& tables) {
+    GoOnOnlyIf(script, u"@problems", u"not ready: ", u"DO 0");
+    script.Line(u"START TRANSACTION;");
+    script.Line(u"SET @last_announcement = (SELECT COALESCE(MAX(aid), 0) FROM " +
+                script.Name(kAnnouncements) + u");");
+    script.Line();
+    for (const TableSummary& table : tables) Load(script, table);
+    CountLoaded(script, tables);
+    GoOnOnlyIf(script, u"@problems", u"nothing is loaded: ", u"COMMIT");
+    std::u16string counts;
+    for (const TableSummary& table : tables) {
+        if (!counts.empty()) counts += u", ";
+        counts += ToText(table.rows) + u" " + std::u16string(table.table);
+    }
+    script.Line(u"SELECT 'loaded: " + counts + u"' AS result;");
+}
+
+}  // namespace
+
+void WriteScripts(std::u16string_view folder, std::u16string_view prefix,
+                  const std::vector<TableSummary>& tables, const std::vector<std::u16string>& memberNames) {
+    Script check(folder, u"1 Check.sql", prefix);
+    check.Line(u"-- Changes nothing. Says whether 2 Load.sql can do its work in this database.");
+    Begin(check);
+    WriteCheck(check, tables, memberNames);
+    ShowCheck(check, tables);
+    check.Close();
+
+    Script load(folder, u"2 Load.sql", prefix);
+    load.Line(u"-- Loads the seven tables. Run it in the folder in which the text files lie, and once.");
+    Begin(load);
+    WriteCheck(load, tables, memberNames);
+    WriteLoad(load, tables);
+    load.Close();
+}
+
+}  // namespace tessaly
