@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "control/DisplayInfo.h"
@@ -126,22 +127,52 @@ std::optional<std::vector<Sequence>> FindIndependent(ConversionState& state, std
     return sequences;
 }
 
-void ReplaceIndependent(ConversionState& state, std::u16string& text, const std::vector<Sequence>& sequences,
-                        SequenceLog& log) {
-    if (sequences.empty()) return;
+// Those from `begin` on stay, but for further occurrences of those before it.
+void LeaveBehind(std::vector<Sequence>& sequences, std::size_t begin) {
+    std::unordered_set<const std::u16string*> seen;
+    for (std::size_t index = 0; index < sequences.size(); ++index) {
+        const std::u16string*& replacement = sequences[index].replacement;
+        if (index < begin) {
+            seen.insert(replacement);
+        } else if (!seen.contains(replacement)) {
+            replacement = nullptr;
+        }
+    }
+}
+
+void ReplaceAtOnce(std::u16string& text, const std::vector<Sequence>& sequences) {
     std::u16string replaced;
     replaced.reserve(text.size());
     Position from = 1;
     for (const Sequence& sequence : sequences) {
-        const std::u16string* replacement = sequence.replacement;
-        if (replacement == nullptr) replacement = state.ReplaceableCharacters.Find(sequence.text);
-        if (replacement == nullptr) replacement = &AddUnknown(state, sequence.text, log);
+        if (sequence.replacement == nullptr) continue;
         replaced += Between(text, from, sequence.at);
-        replaced += *replacement;
+        replaced += *sequence.replacement;
         from = sequence.at + Length(sequence.text);
     }
     replaced += From(text, from);
     text = std::move(replaced);
+}
+
+// A log that cannot be written to ends the search; what came before is replaced all the same.
+void ReplaceIndependent(ConversionState& state, std::u16string& text, std::vector<Sequence> sequences,
+                        SequenceLog& log) {
+    if (sequences.empty()) return;
+    std::size_t index = 0;
+    try {
+        for (; index < sequences.size(); ++index) {
+            Sequence& sequence = sequences[index];
+            if (sequence.replacement != nullptr) continue;
+            sequence.replacement = state.ReplaceableCharacters.Find(sequence.text);
+            if (sequence.replacement == nullptr)
+                sequence.replacement = &AddUnknown(state, sequence.text, log);
+        }
+    } catch (...) {
+        LeaveBehind(sequences, index);
+        ReplaceAtOnce(text, sequences);
+        throw;
+    }
+    ReplaceAtOnce(text, sequences);
 }
 
 // Gives all occurrences one spelling; tells whether that changed any.
@@ -210,8 +241,8 @@ void DiscusGetReplaceableCharacterArray(ConversionState& state, std::u16string_v
 void DiscusFindSpecialCharacterSequences(ConversionState& state, std::u16string& text) try {
     if (!state.optFindDiscusSpecialCharacters) return;
     SequenceLog log(state);
-    if (const auto sequences = FindIndependent(state, text)) {
-        ReplaceIndependent(state, text, *sequences, log);
+    if (auto sequences = FindIndependent(state, text)) {
+        ReplaceIndependent(state, text, *std::move(sequences), log);
     } else {
         ReplaceOneByOne(state, text, log);
     }

@@ -300,6 +300,19 @@ TEST(SequenceSearch, ALogThatCannotBeOpenedStopsTheRun) {
     EXPECT_EQ(text, u"&what;");
 }
 
+// Whether one pass is enough or not: the second text has an "&" closely before a sequence.
+TEST(SequenceSearch, WhatWasFoundBeforeALogThatCannotBeOpenedIsReplacedEverywhere) {
+    for (const std::u16string more : {u"", u" AT&T&lt;"}) {
+        ReadyBoard board;
+        ReadTable(board, "&quot;\t'\r\n&lt;\t<\r\n");
+        board.folder.MakeFolder("output/Discus Special Characters.txt");
+        std::u16string text = u"&quot; &what; &QUOT; &lt;" + more;
+        DiscusFindSpecialCharacterSequences(board.state, text);
+        EXPECT_TRUE(board.state.CancelRequested);
+        EXPECT_EQ(text, u"' &what; ' &lt;" + more);
+    }
+}
+
 TEST(SequenceSearch, AReplacementThatBringsItselfBackStopsTheRunBeforeItsTextFillsTheMemory) {
     ReadyBoard board;
     ReadTable(board, "&grow;\t&grow;&grow;\r\n");
