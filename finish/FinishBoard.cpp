@@ -131,6 +131,17 @@ void ListHiddenPages(Board& board) {
     }
 }
 
+// Gives what to tell the operator.
+std::u16string WriteFolder(Board& board, const std::u16string& folder) {
+    platform::MakeFolders(folder);
+    const std::u16string into = folder + u"\\";
+    const std::vector<TableSummary> tables = WriteTables(board, into);
+    WriteScripts(into, board.options.prefix, tables, MemberNames(board));
+    const std::int64_t pages = WriteRedirectMap(board, into);
+    WriteGuide(board, tables, pages, into);
+    return FinishSummary(board, tables);
+}
+
 Finished Finish(const FinishOptions& options) {
     CheckPrefix(options);
     RequireImportFiles(options);
@@ -147,18 +158,17 @@ Finished Finish(const FinishOptions& options) {
     NoteWhatIsMissing(board);
     ListHiddenPages(board);
 
-    const std::u16string folder = options.folder + u"finish";
     const std::u16string beside = options.folder + u"finish.part";
-    DeleteOld(options, beside);
-    platform::MakeFolders(beside);
-    const std::u16string into = beside + u"\\";
-    const std::vector<TableSummary> tables = WriteTables(board, into);
-    WriteScripts(into, options.prefix, tables, MemberNames(board));
-    const std::int64_t pages = WriteRedirectMap(board, into);
-    WriteGuide(board, tables, pages, into);
-    DeleteOld(options, folder);
-    platform::RenameFolder(beside, folder);
-    finished.summary = FinishSummary(board, tables);
+    try {
+        DeleteOld(options, beside);
+        finished.summary = WriteFolder(board, beside);
+        const std::u16string folder = options.folder + u"finish";
+        DeleteOld(options, folder);
+        platform::RenameFolder(beside, folder);
+    } catch (...) {
+        IgnoringErrors([&] { DeleteOld(options, beside); });
+        throw;
+    }
     return finished;
 }
 

@@ -93,7 +93,7 @@ std::optional<Kind> KindOfAttribute(std::u16string_view name) {
 
 std::u16string FontTags::Open(Kind kind, std::u16string_view inner) {
     std::u16string opening;
-    std::u16string closing;
+    std::vector<Kind> names;
     std::optional<Kind> wanted = kind;
     std::size_t value = inner.find(u'=') + 1;
     while (true) {
@@ -102,34 +102,45 @@ std::u16string FontTags::Open(Kind kind, std::u16string_view inner) {
         const std::u16string taken =
             wanted ? ValueFor(*wanted, Trim(inner.substr(value, end - value))) : std::u16string();
         if (!taken.empty()) {
-            const std::u16string name(NameOf(*wanted));
-            opening += u"[" + name + u"=" + taken + u"]";
-            closing = u"[/" + name + u"]" + closing;
+            opening += u"[" + std::u16string(NameOf(*wanted)) + u"=" + taken + u"]";
+            names.push_back(*wanted);
         }
         if (!next) break;
         wanted = KindOfAttribute(next->name);
         value = next->at + next->name.size() + 1;
     }
-    opened_.push_back({kind, closing});
+    std::u16string closing;
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        closing += u"[/" + std::u16string(NameOf(*name)) + u"]";
+    opened_[static_cast<std::size_t>(kind)].push_back({++count_, std::move(closing)});
     return opening;
 }
 
 std::u16string FontTags::Close(Kind kind) {
-    auto found = std::find_if(opened_.rbegin(), opened_.rend(),
-                              [kind](const Opened& opened) { return opened.kind == kind; });
-    if (found == opened_.rend()) {
-        if (kind != Kind::kFont || opened_.empty()) return {};
-        found = opened_.rbegin();
-    }
-    std::u16string closing = found->closing;
-    opened_.erase(std::next(found).base());
+    std::vector<Opened>* opened = &opened_[static_cast<std::size_t>(kind)];
+    if (opened->empty()) opened = kind == Kind::kFont ? Innermost() : nullptr;
+    if (opened == nullptr) return {};
+    std::u16string closing = std::move(opened->back().closing);
+    opened->pop_back();
     return closing;
 }
 
 std::u16string FontTags::CloseAll() {
     std::u16string closing;
-    for (; !opened_.empty(); opened_.pop_back()) closing += opened_.back().closing;
+    while (std::vector<Opened>* const opened = Innermost()) {
+        closing += opened->back().closing;
+        opened->pop_back();
+    }
     return closing;
+}
+
+std::vector<FontTags::Opened>* FontTags::Innermost() {
+    std::vector<Opened>* innermost = nullptr;
+    for (std::vector<Opened>& opened : opened_) {
+        if (opened.empty()) continue;
+        if (innermost == nullptr || opened.back().number > innermost->back().number) innermost = &opened;
+    }
+    return innermost;
 }
 
 }  // namespace tessaly

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,11 +26,15 @@ class FontTags {
 
   private:
     struct Opened {
-        Kind kind;
+        std::size_t number;  // in the order of opening
         std::u16string closing;
     };
 
-    std::vector<Opened> opened_;
+    // The kind whose innermost tag is the innermost of all; none when nothing is open.
+    std::vector<Opened>* Innermost();
+
+    std::array<std::vector<Opened>, 3> opened_;
+    std::size_t count_ = 0;
 };
 
 }  // namespace tessaly

@@ -102,10 +102,15 @@ std::size_t BytesOfUnit(char16_t unit) {
 constexpr std::u16string_view kPaired[] = {u"b", u"center", u"size", u"font", u"color"};
 constexpr std::u16string_view kWhole[] = {u"url", u"img"};
 
-// What stands between a bracket and the tag's value or end, without the slash.
-std::u16string_view TagName(std::u16string_view inner) {
-    if (inner.starts_with(u'/')) inner.remove_prefix(1);
-    return inner.substr(0, inner.find(u'='));
+bool IsTag(std::u16string_view text) {
+    return text.size() > 2 && text.front() == u'[';
+}
+
+// What stands behind the bracket and the slash, up to a value.
+std::u16string_view NameOfTag(std::u16string_view tag) {
+    tag = tag.substr(1, tag.size() - 2);
+    if (tag.starts_with(u'/')) tag.remove_prefix(1);
+    return tag.substr(0, tag.find(u'='));
 }
 
 template <typename Names>
@@ -115,7 +120,7 @@ bool IsAmong(std::u16string_view name, const Names& names) {
 }
 
 std::u16string ClosingOf(std::u16string_view opening) {
-    return u"[/" + std::u16string(TagName(opening.substr(1, opening.size() - 2))) + u"]";
+    return u"[/" + std::u16string(NameOfTag(opening)) + u"]";
 }
 
 // The tags that are open at a place of a message.
@@ -154,38 +159,54 @@ class Cutter {
             rest_ = {};
             return opened;
         }
-        const Place cut = FindCut(most - kMostOfTags, kSearched);
-        std::u16string piece = opened + std::u16string(rest_.substr(0, cut.at));
-        const std::u16string closings = ClosingsOf(cut.open);
+        const std::size_t cut = FindCut(most - kMostOfTags, kSearched);
+        NoteTags(cut);
+        std::u16string piece = opened + std::u16string(rest_.substr(0, cut));
+        const std::u16string closings = ClosingsOf(open_);
         if (BytesInUtf8(closings) <= kMostOfTags) piece += closings;
-        rest_.remove_prefix(cut.at);
-        open_ = cut.open;
+        rest_.remove_prefix(cut);
         return piece;
     }
 
   private:
-    struct Place {
+    // Behind the last blank or line end outside of a link or picture, when it is near enough to the most.
+    std::size_t FindCut(std::size_t most, std::size_t searched) const {
         std::size_t at = 0;
         std::size_t bytes = 0;
-        OpenTags open;
-    };
-
-    Place FindCut(std::size_t most, std::size_t searched) const {
-        Place here;
-        here.open = open_;
-        Place best;
+        std::size_t best = 0;
+        std::size_t bestBytes = 0;
         bool isWhole = false;
-        while (here.at < rest_.size()) {
-            const std::size_t length = LengthAt(here.at);
-            const std::u16string_view next = rest_.substr(here.at, length);
-            const std::size_t bytes = BytesInUtf8(next);
-            if (here.bytes + bytes > most) break;
-            here.at += length;
-            here.bytes += bytes;
-            if (length > 2) NoteTag(next, here.open, isWhole);
-            if (!isWhole && (next == u" " || next == u"\n")) best = here;
+        while (at < rest_.size()) {
+            const std::u16string_view next = rest_.substr(at, LengthAt(at));
+            const std::size_t nextBytes = BytesInUtf8(next);
+            if (bytes + nextBytes > most) break;
+            at += next.size();
+            bytes += nextBytes;
+            if (IsTag(next) && IsAmong(NameOfTag(next), kWhole)) isWhole = !next.starts_with(u"[/");
+            if (isWhole || (next != u" " && next != u"\n")) continue;
+            best = at;
+            bestBytes = bytes;
         }
-        return best.bytes + searched >= here.bytes ? best : here;
+        return bestBytes + searched >= bytes ? best : at;
+    }
+
+    // The tags that are open where the message is cut. So many are never opened again that more are not
+    // noted.
+    void NoteTags(std::size_t cut) {
+        constexpr std::size_t kMostOpen = 200;
+        for (std::size_t at = 0; at < cut; at += LengthAt(at)) {
+            const std::u16string_view tag = rest_.substr(at, LengthAt(at));
+            if (!IsTag(tag) || !IsAmong(NameOfTag(tag), kPaired)) continue;
+            if (!tag.starts_with(u"[/")) {
+                if (open_.size() < kMostOpen) open_.emplace_back(tag);
+                continue;
+            }
+            const std::u16string_view name = NameOfTag(tag);
+            const auto found = std::find_if(
+                open_.rbegin(), open_.rend(),
+                [name](const std::u16string& opened) { return EqualIgnoringCase(NameOfTag(opened), name); });
+            if (found != open_.rend()) open_.erase(std::next(found).base());
+        }
     }
 
     // A tag counts as one, and so does a pair of surrogates.
@@ -197,22 +218,6 @@ class Cutter {
         }
         const bool isPair = (rest_[at] & 0xFC00) == 0xD800 && at + 1 < rest_.size();
         return isPair ? 2 : 1;
-    }
-
-    static void NoteTag(std::u16string_view tag, OpenTags& open, bool& isWhole) {
-        const std::u16string_view inner = tag.substr(1, tag.size() - 2);
-        const std::u16string_view name = TagName(inner);
-        const bool isClosing = inner.starts_with(u'/');
-        if (IsAmong(name, kWhole)) isWhole = !isClosing;
-        if (!IsAmong(name, kPaired)) return;
-        if (!isClosing) {
-            open.emplace_back(tag);
-            return;
-        }
-        const auto found = std::find_if(open.rbegin(), open.rend(), [name](const std::u16string& opened) {
-            return BeginsWith(std::u16string_view(opened).substr(1), name);
-        });
-        if (found != open.rend()) open.erase(std::next(found).base());
     }
 
     std::u16string_view rest_;

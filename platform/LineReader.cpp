@@ -28,10 +28,10 @@ bool ReadLines(NativeFile& file, std::string& waiting, std::string& lines, bool&
         const std::size_t got = file.Read(lines.data() + old, kBlockSize);
         lines.resize(old + got);
         isAtEnd = got == 0;
-        const std::size_t end = lines.find_last_of('\n');
-        if (isAtEnd || end == std::string::npos || end < old) continue;
-        waiting = lines.substr(end + 1);
-        lines.resize(end + 1);
+        const std::size_t end = std::string_view(lines).substr(old).rfind('\n');
+        if (isAtEnd || end == std::string::npos) continue;
+        waiting = lines.substr(old + end + 1);
+        lines.resize(old + end + 1);
         return true;
     }
     return !lines.empty();

@@ -696,6 +696,16 @@ TEST_F(FinishBoardTest, LeavesTheEarlierFolderWhenItIsRefused) {
     EXPECT_TRUE(board.folder.Exists("finish/old.txt"));
 }
 
+TEST_F(FinishBoardTest, LeavesNoHalfFolderBehind) {
+    board.Finish();
+    const std::string readme = board.Read("README.txt");
+    // Announcements are read last, when most tables are written.
+    board.folder.Write("mybb_announcements1.txt", "no row\r\n");
+    EXPECT_TRUE(RefusalOf(board).starts_with("Row 1 of "));
+    EXPECT_FALSE(board.folder.Exists("finish.part"));
+    EXPECT_EQ(board.Read("README.txt"), readme);
+}
+
 TEST_F(FinishBoardTest, LeavesAFolderThatMustBeKept) {
     board.folder.Write("finish/source/page.html", "x");
     board.options.sourceFolders = {board.folder.Path("finish/source")};

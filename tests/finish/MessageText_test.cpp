@@ -58,6 +58,11 @@ TEST(FinishMessage, KeepsTagsWithinEachOther) {
               u"[size=small]a[size=large][color=red]b[/color][/size]c[/size]");
 }
 
+TEST(FinishMessage, ClosesTagsThatOverlapEachByItsOwnClosing) {
+    EXPECT_EQ(Finished(u"[size=2][color=red]x[/size]y[/color]"), u"[size=small][color=red]x[/size]y[/color]");
+    EXPECT_EQ(Finished(u"[color=red][size=2]x[/font]y[/color]"), u"[color=red][size=small]x[/size]y[/color]");
+}
+
 TEST(FinishMessage, LeavesNoHalfTag) {
     EXPECT_EQ(Finished(u"[size=2]x[/size][/font]"), u"[size=small]x[/size]");
     EXPECT_EQ(Finished(u"a[/size]b[/color]c"), u"abc");
@@ -136,6 +141,14 @@ TEST(SplitMessage, ClosesTagsAndOpensThemAgain) {
     EXPECT_TRUE(pieces[0].ends_with(u"characters [/size][/b]"));
     EXPECT_TRUE(pieces[1].starts_with(u"[b][size=small]nineteen"));
     EXPECT_TRUE(pieces[1].ends_with(u"characters [/size][/b]"));
+}
+
+TEST(SplitMessage, OpensAgainOnlyWhatIsStillOpen) {
+    const auto pieces = SplitMessage(
+        u"[b]a[/b][center][color=red]b[/color]" + Repeated(kWords, 600) + u"[/center]", 10000, 0);
+    ASSERT_EQ(pieces.size(), 2u);
+    EXPECT_TRUE(pieces[0].ends_with(u"characters [/center]"));
+    EXPECT_TRUE(pieces[1].starts_with(u"[center]nineteen"));
 }
 
 TEST(SplitMessage, KeepsALinkInOnePiece) {
