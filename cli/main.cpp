@@ -115,7 +115,7 @@ Exit status: 0 all went well, 1 something was reported, 2 wrong usage.)";
 std::vector<CLI::Option*> AddNumbers(CLI::App& app, tessaly::FinishWords& words, const std::string& group) {
     constexpr std::int64_t kHighestForum = 65535;
     constexpr std::int64_t kHighest = 4294967295;
-    const std::vector<CLI::Option*> added = {
+    std::vector<CLI::Option*> added = {
         app.add_option("--prefix", words.prefix, "What the names of the forum's tables begin with (mybb_)")
             ->type_name("TEXT"),
         app.add_option("--first-forum", words.firstForum, "Number of the first forum (3)")

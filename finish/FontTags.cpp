@@ -37,7 +37,7 @@ bool IsHexDigit(char16_t unit) {
 std::u16string SizeOf(std::u16string_view value) {
     if (value.size() == 1 && value[0] >= u'1' && value[0] <= u'7')
         return std::u16string(kSizes[value[0] - u'1']);
-    const std::u16string name = InLowerCase(value);
+    std::u16string name = InLowerCase(value);
     if (name == u"xx-small" || std::ranges::find(kSizes, name) != std::end(kSizes)) return name;
     const bool isNumber = !value.empty() && value != u"0" && std::ranges::all_of(value, IsDigit);
     return isNumber ? std::u16string(value) : std::u16string();

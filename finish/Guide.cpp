@@ -34,11 +34,8 @@ std::vector<Listing> ListingsOf(const LeftOver& left) {
         {left.attachments, u"attachment has no place, since its post is not known",
          u"attachments have no place, since their posts are not known"},
         {left.longMessages, u"message was too long for one post", u"messages were too long for one post"},
-        {left.members,
-         u"member has another name, since the forum would have taken it for another's or it was "
-         u"too long",
-         u"members have other names, since the forum would have taken them for others' or they were too "
-         u"long"},
+        {left.members, u"member has another name, the old one being too long or like another's",
+         u"members have other names, the old ones being too long or like others'"},
     };
 }
 
@@ -64,40 +61,97 @@ void WriteLeftOver(const LeftOver& left, std::u16string_view folder) {
     file.Close();
 }
 
-constexpr std::u16string_view kToMembers =
-    u"The forum has moved. Your account is there under your old user name, with all you wrote. Passwords "
-    u"could "
-    u"not move: on the page where you log in, follow \"Lost password\", give the mail address that you had "
-    u"on "
-    u"the old board, and choose a new one. If that address is out of date, write to us.";
+constexpr std::u16string_view kAfter =
+    uR"(When 2 Load.sql has said "loaded", log in to the forum's administration and press these:
 
-void WriteAfter(std::u16string_view folder) {
-    TextFile file(std::u16string(folder) + u"3 After.txt", OpenMode::kWriting, TextFormat::kUtf8);
-    for (const std::u16string_view line : {
-             u"When 2 Load.sql has said \"loaded\", log in to the forum's administration and press these:",
-             u"",
-             u"1. Tools & Maintenance > Cache Manager: \"Rebuild & Reload All\".",
-             u"   Until then the forum shows its old list of forums and groups.",
-             u"",
-             u"2. Tools & Maintenance > Recount & Rebuild: \"Go\" beside each of the counters, those of "
-             u"forums,",
-             u"   threads, posts of users, threads of users and the statistics. They are right for what was",
-             u"   loaded; this adds what the administrator wrote on the old board, and what else is in the "
-             u"forum.",
-             u"",
-             u"Then:",
-             u"",
-             u"- Copy the files of the folder \"attachments\", which lies beside this folder, into the "
-             u"forum's",
-             u"  folder \"uploads\", if that is not done yet. The web server must be able to read them.",
-             u"- Look over the new groups under Users & Groups: a group of the old board may read and write "
-             u"here,",
-             u"  and nothing more.",
-             u"- Tell the members, for example:",
-             u"",
-         })
-        file.WriteLine(line);
-    file.WriteLine(kToMembers);
+1. Tools & Maintenance > Cache Manager: "Rebuild & Reload All".
+   Until then the forum shows its old list of forums and groups.
+
+2. Tools & Maintenance > Recount & Rebuild: "Go" beside each of the counters, those of forums, threads,
+   posts of users, threads of users and the statistics. They are right for what was loaded; this adds
+   what the administrator wrote on the old board, and what else is in the forum.
+
+Then:
+
+- Copy the files of the folder "attachments", which lies beside this folder, into the forum's folder
+  "uploads", if that is not done yet. The web server must be able to read them.
+
+- Look over the new groups under Users & Groups: a group of the old board may read and write here, and
+  nothing more.
+
+- Tell the members, for example:
+
+The forum has moved. Your account is there under your old user name, with all you wrote. Passwords could
+not move: on the page where you log in, follow "Lost password", give the mail address that you had on the
+old board, and choose a new one. If that address is out of date, write to us.
+)";
+
+// With marks in braces for what differs from board to board.
+constexpr std::u16string_view kReadme =
+    uR"(From here to a living forum
+
+This folder holds the converted board as a forum of the 1.8 line takes it: {ROWS}.
+Nothing in it was loaded anywhere yet. It takes a command line client of the database, "mariadb" or
+"mysql", the name, user and password of the forum's database, which stand in inc/config.php of the forum,
+and some minutes.
+{LEFT}
+1. Back up the forum's database, and close the forum in its administration while you work.
+
+2. Copy this folder to a machine from which the database can be reached, and go into it.
+
+3. Ask whether all is ready. This changes nothing:
+
+       mariadb --user=NAME --password --table DATABASE < "1 Check.sql"
+
+   The last line of its table says "ready", or "not ready" and why. The lines above it tell what to do.
+   The tables are taken to be named {PREFIX}posts and so on; another prefix is said by --prefix.
+
+4. Load:
+
+       mariadb --user=NAME --password --local-infile=1 DATABASE < "2 Load.sql"
+
+   It ends with "loaded". Or it ends with an error whose text tells what is wrong; then nothing has
+   changed, provided that the tables are of an engine with transactions, such as InnoDB. With MyISAM put
+   the backup back before you try again.
+
+5. Copy the files of the folder "attachments", which lies beside this one, into the forum's "uploads".
+
+6. Do what "3 After.txt" says.
+
+7. Lead the visitors of the old addresses to the new ones. redirect.nginx.conf and redirect.apache.txt
+   have a line for each of {PAGES} pages, the old path and the new address. Use one of them on the server
+   that answers under the old name:
+
+   nginx, in the http part of its settings, and the last line in the server part:
+
+       map_hash_max_size 1048576;
+       map_hash_bucket_size 512;
+       include /FOLDER/redirect.nginx.conf;
+
+       if ($new_address) { return 301 $new_address; }
+
+   Apache, in its settings or those of the virtual host:
+
+       RewriteEngine On
+       RewriteMap discus "txt:/FOLDER/redirect.apache.txt"
+       RewriteCond ${discus:%{REQUEST_URI}} (.+)
+       RewriteRule ^ %1 [R=301,L,NE]
+
+   The pages of the folder "redirect" beside this one do the same by a page that waits some seconds. With
+   the map in force they are not needed: leave them out, or delete them from the old site. Search engines
+   follow the map and not the pages.
+
+8. Open the forum. When visitors find what they look for, this folder may go.
+
+The passwords of the old board fit no other forum. Each member has a random one that nobody knows and asks
+for a new one by mail; "3 After.txt" has a text for them. Those who wrote without being members have
+accounts without a mail address, which nobody can enter.
+)";
+
+void WriteLines(std::u16string_view folder, std::u16string_view name, std::u16string text) {
+    ReplaceAllExactly(text, u"\n", u"\r\n");
+    TextFile file(std::u16string(folder) + std::u16string(name), OpenMode::kWriting, TextFormat::kUtf8);
+    file.Write(text);
     file.Close();
 }
 
@@ -110,99 +164,25 @@ std::u16string RowsText(const std::vector<TableSummary>& tables) {
     return text;
 }
 
-std::vector<std::u16string> ReadmeLines(const Board& board, const std::vector<TableSummary>& tables,
-                                        std::int64_t pages) {
-    const std::u16string prefix = board.options.prefix;
-    std::vector<std::u16string> lines = {
-        u"From here to a living forum",
-        u"",
-        u"This folder holds the converted board as a forum of the 1.8 line takes it: " + RowsText(tables) +
-            u".",
-        u"Nothing in it was loaded anywhere yet. It takes a command line client of the database, " +
-            std::u16string(u"\"mariadb\" or \"mysql\","),
-        u"the name, user and password of the forum's database (they stand in inc/config.php of the forum), "
-        u"and",
-        u"some minutes.",
-        u"",
-    };
-    if (HasLeftOver(board.leftOver)) {
-        lines.insert(lines.end(), {u"What could not come over as it was stands in \"" +
-                                       std::u16string(kLeftOverName) + u"\". Read that first.",
-                                   u""});
-    }
-    const std::vector<std::u16string> steps = {
-        u"1. Back up the forum's database, and close the forum in its administration while you work.",
-        u"",
-        u"2. Copy this folder to a machine from which the database can be reached, and go into it.",
-        u"",
-        u"3. Ask whether all is ready. This changes nothing:",
-        u"",
-        u"       mariadb --user=NAME --password --table DATABASE < \"1 Check.sql\"",
-        u"",
-        u"   The last line of its table says \"ready\", or \"not ready\" and why; the lines above tell what "
-        u"to do.",
-        u"   The tables are taken to be named " + prefix +
-            u"posts and so on; another prefix is said by --prefix.",
-        u"",
-        u"4. Load:",
-        u"",
-        u"       mariadb --user=NAME --password --local-infile=1 DATABASE < \"2 Load.sql\"",
-        u"",
-        u"   It ends with \"loaded\". Or it ends with an error whose text tells what is wrong; then nothing "
-        u"has",
-        u"   changed, provided that the tables are of an engine with transactions, such as InnoDB. With "
-        u"MyISAM",
-        u"   put the backup back before you try again.",
-        u"",
-        u"5. Copy the files of the folder \"attachments\", which lies beside this one, into the forum's "
-        u"\"uploads\".",
-        u"",
-        u"6. Do what \"3 After.txt\" says.",
-        u"",
-        u"7. Lead the visitors of the old addresses to the new ones. redirect.nginx.conf and "
-        u"redirect.apache.txt",
-        u"   have a line for each of " + ToText(pages) +
-            u" pages, the old path and the new address. Use one of them on",
-        u"   the server that answers under the old name:",
-        u"",
-        u"   nginx, in the http part of its settings, with the second line in the server part:",
-        u"",
-        u"       map_hash_max_size 1048576; map_hash_bucket_size 256; include /FOLDER/redirect.nginx.conf;",
-        u"       if ($new_address) { return 301 $new_address; }",
-        u"",
-        u"   Apache, in its settings or those of the virtual host:",
-        u"",
-        u"       RewriteEngine On",
-        u"       RewriteMap discus \"txt:/FOLDER/redirect.apache.txt\"",
-        u"       RewriteCond ${discus:%{REQUEST_URI}} (.+)",
-        u"       RewriteRule ^ %1 [R=301,L,NE]",
-        u"",
-        u"   The pages of the folder \"redirect\" beside this one do the same by a page that waits some "
-        u"seconds.",
-        u"   With the map in force they are not needed: leave them out, or delete them from the old site. "
-        u"Search",
-        u"   engines follow the map and not the pages.",
-        u"",
-        u"8. Open the forum. When visitors find what they look for, this folder may go.",
-        u"",
-        u"The passwords of the old board fit no other forum. Each member has a random one that nobody knows "
-        u"and",
-        u"asks for a new one by mail; \"3 After.txt\" has a text for them. Those who wrote without being "
-        u"members",
-        u"have accounts without a mail address, which nobody can enter.",
-    };
-    lines.insert(lines.end(), steps.begin(), steps.end());
-    return lines;
+std::u16string ReadmeText(const Board& board, const std::vector<TableSummary>& tables, std::int64_t pages) {
+    std::u16string left;
+    if (HasLeftOver(board.leftOver))
+        left = u"\nWhat could not come over as it was stands in \"" + std::u16string(kLeftOverName) +
+               u"\". Read that first.\n";
+    std::u16string text(kReadme);
+    ReplaceAllExactly(text, u"{ROWS}", RowsText(tables));
+    ReplaceAllExactly(text, u"{LEFT}", left);
+    ReplaceAllExactly(text, u"{PREFIX}", board.options.prefix);
+    ReplaceAllExactly(text, u"{PAGES}", ToText(pages));
+    return text;
 }
 
 }  // namespace
 
 void WriteGuide(const Board& board, const std::vector<TableSummary>& tables, std::int64_t pages,
                 std::u16string_view folder) {
-    TextFile readme(std::u16string(folder) + u"README.txt", OpenMode::kWriting, TextFormat::kUtf8);
-    for (const std::u16string& line : ReadmeLines(board, tables, pages)) readme.WriteLine(line);
-    readme.Close();
-    WriteAfter(folder);
+    WriteLines(folder, u"README.txt", ReadmeText(board, tables, pages));
+    WriteLines(folder, u"3 After.txt", std::u16string(kAfter));
     WriteLeftOver(board.leftOver, folder);
 }
 

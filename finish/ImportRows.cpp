@@ -73,6 +73,7 @@ std::vector<std::u16string> FilesOfFamily(std::u16string_view folder, std::u16st
     }
     std::ranges::sort(numbered);
     std::vector<std::u16string> files;
+    files.reserve(numbered.size());
     for (auto& [number, path] : numbered) files.push_back(std::move(path));
     return files;
 }

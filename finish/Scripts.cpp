@@ -58,7 +58,13 @@ class Script {
         : file_(std::u16string(folder) + std::u16string(name), OpenMode::kWriting, TextFormat::kUtf8),
           prefix_(prefix) {}
 
-    void Line(std::u16string_view line = {}) { file_.Write(std::u16string(line) + u"\n"); }
+    void Line(std::u16string_view line = {}) { Line({line, u""}); }
+
+    // A line of several pieces.
+    void Line(std::initializer_list<std::u16string_view> pieces) {
+        for (const std::u16string_view piece : pieces) file_.Write(piece);
+        file_.Write(u"\n");
+    }
 
     std::u16string Name(std::u16string_view table) const {
         return u"`" + prefix_ + std::u16string(table) + u"`";
@@ -137,15 +143,14 @@ void CompareColumns(Script& script, const std::vector<TableSummary>& tables) {
         u"-- Columns that are missing, too short, or of a charset that lacks characters of the texts.");
     script.Line(u"SELECT COUNT(*) - COUNT(c.COLUMN_NAME),");
     script.Line(u"  GROUP_CONCAT(IF(c.COLUMN_NAME IS NULL, CONCAT(n.t, '.', n.c), NULL) SEPARATOR ', '),");
-    const std::u16string columns = u"GROUP_CONCAT(IF(";
     const std::u16string tooShort =
         u"n.characters > c.CHARACTER_MAXIMUM_LENGTH OR n.bytes > c.CHARACTER_OCTET_LENGTH";
     const std::u16string lacking =
         u"(n.reach = 2 AND c.CHARACTER_SET_NAME <> 'utf8mb4') OR "
         u"(n.reach = 1 AND c.CHARACTER_SET_NAME NOT LIKE 'utf8%')";
     for (const std::u16string& condition : {tooShort, lacking}) {
-        script.Line(u"  COALESCE(SUM(" + condition + u"), 0), " + columns + condition +
-                    u", CONCAT(n.t, '.', n.c), NULL) SEPARATOR ', ')" + (condition == tooShort ? u"," : u""));
+        script.Line({u"  COALESCE(SUM(", condition, u"), 0), GROUP_CONCAT(IF(", condition,
+                     u", CONCAT(n.t, '.', n.c), NULL) SEPARATOR ', ')", condition == tooShort ? u"," : u""});
     }
     script.Line(u"FROM (");
     bool isFirst = true;
@@ -167,8 +172,8 @@ void SumUp(Script& script) {
     script.Line(u"SET @problems = CONCAT_WS('; ',");
     for (const Speech& speech : kSpeeches) {
         const std::u16string taken = Variable(u"taken", speech.table);
-        script.Line(u"  IF(" + taken + u" > 0, CONCAT(" + taken + u", ' " + std::u16string(speech.numbers) +
-                    u" are taken'), NULL),");
+        script.Line(
+            {u"  IF(", taken, u" > 0, CONCAT(", taken, u", ' ", speech.numbers, u" are taken'), NULL),"});
     }
     script.Line(u"  IF(@taken_names > 0, CONCAT(@taken_names, ' member names are taken'), NULL),");
     script.Line(u"  IF(@missing > 0, CONCAT(@missing, ' columns are missing'), NULL),");
@@ -270,12 +275,13 @@ void CountLoaded(Script& script, const std::vector<TableSummary>& tables) {
             speech != nullptr
                 ? CountOf(script, table, *speech)
                 : u"(SELECT COUNT(*) FROM " + script.Name(table.table) + u" WHERE aid > @last_announcement)";
-        const std::u16string name(table.table);
-        const std::u16string wanted = ToText(table.rows);
-        const std::u16string test =
-            table.rows == 0 ? u"NULL"
-                            : u"IF(" + count + u" = " + wanted + u", NULL, '" + name + u" are incomplete')";
-        script.Line(u"  " + test + (&table == &tables.back() ? u");" : u","));
+        const std::u16string_view end = &table == &tables.back() ? u");" : u",";
+        if (table.rows == 0) {
+            script.Line({u"  NULL", end});
+            continue;
+        }
+        script.Line({u"  IF(", count, u" = ", ToText(table.rows), u", NULL, '", table.table,
+                     u" are incomplete')", end});
     }
     script.Line();
 }
