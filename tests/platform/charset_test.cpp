@@ -2,16 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
 #include <random>
 #include <vector>
 
+#include "tests/support/MachineCharsets.h"
 #include "text/RunTimeError.h"
 #include "text/split.h"
 
 namespace tessaly::platform {
 namespace {
+
+using tessaly::testing::IsThere;
 
 constexpr std::u16string_view kNames[] = {
     u"big5",       u"euc-jp",     u"euc-kr",     u"gb2312",     u"iso-2022-jp", u"iso-2022-kr", u"iso-8859-1",
@@ -21,12 +23,6 @@ constexpr std::u16string_view kNames[] = {
 
 std::string Name(std::u16string_view charset) {
     return std::string(charset.begin(), charset.end());
-}
-
-// A machine that lacks charsets names them; Wine does, which stands in for Windows.
-bool IsThere(std::u16string_view charset) {
-    const char* const missing = std::getenv("TESSALY_MISSING_CHARSETS");
-    return missing == nullptr || std::string_view(missing).find(Name(charset)) == std::string_view::npos;
 }
 
 std::vector<std::u16string_view> Names() {
