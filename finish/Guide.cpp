@@ -134,8 +134,8 @@ and some minutes.
 
        RewriteEngine On
        RewriteMap discus "txt:/FOLDER/redirect.apache.txt"
-       RewriteCond ${discus:%{REQUEST_URI}} (.+)
-       RewriteRule ^ %1 [R=301,L,NE]
+       RewriteCond ${discus:%{REQUEST_URI}} ^([^?]+)[?]?(.*)$
+       RewriteRule ^ %1?%2 [R=301,L,NE]
 
    The pages of the folder "redirect" beside this one do the same by a page that waits some seconds. With
    the map in force they are not needed: leave them out, or delete them from the old site. Search engines

@@ -12,12 +12,14 @@ bool IsLowHalf(char16_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
-// For many databases all characters beyond 16 bits are the same one.
-std::u16string WithPairsAlike(std::u16string_view name) {
+// Beyond what a comparison without case and accents takes for one, many databases take all characters beyond
+// 16 bits for the same one, and an i without its dot for an i.
+std::u16string WithMoreAlike(std::u16string_view name) {
     std::u16string alike;
     for (const char16_t unit : name) {
         if (!IsLowHalf(unit)) alike += (unit & 0xFC00) == 0xD800 ? u'\uFFFD' : unit;
     }
+    ReplaceAllExactly(alike, u"\u0131", u"i");
     return alike;
 }
 
@@ -48,7 +50,7 @@ std::u16string UniqueNames::Take(std::u16string_view name, std::size_t character
 
 // Some databases take the sharp s for one s, others for two.
 bool UniqueNames::IsFree(std::u16string_view name) {
-    const std::u16string alike = WithPairsAlike(name);
+    const std::u16string alike = WithMoreAlike(name);
     std::u16string oneS = alike;
     ReplaceAllExactly(oneS, u"\u00DF", u"s");
     const std::string key = platform::LooseKey(alike);

@@ -191,35 +191,50 @@ void WriteCheck(Script& script, const std::vector<TableSummary>& tables,
     SumUp(script);
 }
 
+// What stands in the way beside numbers: how it is called, how many, which, and what to do.
+struct Finding {
+    std::u16string_view what;
+    std::u16string_view number;
+    std::u16string_view which;
+    std::u16string_view remedy;
+};
+
+constexpr Finding kFindings[] = {
+    {u"member names that are taken", u"@taken_names", u"@names",
+     u"rename these members of the new forum first"},
+    {u"columns that are missing", u"@missing", u"@missing_columns",
+     u"see whether prefix and version are right"},
+    {u"columns that are too short", u"@short", u"@short_columns", u"lengthen them"},
+    {u"columns that lack characters", u"@lacking", u"@lacking_columns", u"turn the tables into utf8mb4"},
+    {u"LOAD DATA LOCAL is switched off", u"IF(@@local_infile = 0, 1, 0)", u"''",
+     u"have local_infile switched on in the server"},
+};
+
+void ShowTakenNumbers(Script& script, const TableSummary& table) {
+    const Speech* const speech = SpeechOf(table);
+    if (speech == nullptr) return;
+    script.Line({u"  SELECT '", speech->numbers, u" that are taken' AS what, ",
+                 Variable(u"taken", table.table), u" AS number, '", speech->key, u" ",
+                 ToText(table.firstNumber), u" to ", ToText(table.lastNumber), u" are needed' AS which, '",
+                 speech->remedy, u"' AS remedy UNION ALL"});
+}
+
+// Lists that go on and on are cut, so that the table can be read.
+void ShowFinding(Script& script, const Finding& finding) {
+    const bool isLast = &finding == std::end(kFindings) - 1;
+    script.Line({u"  SELECT '", finding.what, u"', ", finding.number, u", IF(CHAR_LENGTH(", finding.which,
+                 u") > 200, CONCAT(LEFT(", finding.which, u", 200), ' ...'), ", finding.which, u"), '",
+                 finding.remedy, isLast ? u"'" : u"' UNION ALL"});
+}
+
 void ShowCheck(Script& script, const std::vector<TableSummary>& tables) {
     script.Line(u"SELECT what, CAST(number AS UNSIGNED) AS number, which, remedy FROM (");
-    for (const TableSummary& table : tables) {
-        const Speech* const speech = SpeechOf(table);
-        if (speech == nullptr) continue;
-        script.Line(u"  SELECT '" + std::u16string(speech->numbers) + u" that are taken' AS what, " +
-                    Variable(u"taken", table.table) + u" AS number, '" + std::u16string(speech->key) + u" " +
-                    ToText(table.firstNumber) + u" to " + ToText(table.lastNumber) +
-                    u" are needed' AS which, '" + std::u16string(speech->remedy) + u"' AS remedy UNION ALL");
-    }
-    script.Line(
-        u"  SELECT 'member names that are taken', @taken_names, @names, 'rename these members of the "
-        u"new forum first' UNION ALL");
-    script.Line(
-        u"  SELECT 'columns that are missing', @missing, @missing_columns, 'see whether the prefix and the "
-        u"version of the forum are right' UNION ALL");
-    script.Line(u"  SELECT 'columns that are too short', @short, @short_columns, 'lengthen them' UNION ALL");
-    script.Line(
-        u"  SELECT 'columns that lack characters', @lacking, @lacking_columns, 'turn the tables into "
-        u"utf8mb4' "
-        u"UNION ALL");
-    script.Line(
-        u"  SELECT 'LOAD DATA LOCAL is switched off', IF(@@local_infile = 0, 1, 0), '', 'have local_infile "
-        u"switched on in the server'");
+    for (const TableSummary& table : tables) ShowTakenNumbers(script, table);
+    for (const Finding& finding : kFindings) ShowFinding(script, finding);
     script.Line(u") AS found WHERE number > 0");
     script.Line(u"UNION ALL");
-    script.Line(
-        u"SELECT IF(@problems = '', 'ready', CONCAT('not ready: ', @problems)), '', '', "
-        u"IF(@problems = '', 'go on with 2 Load.sql', 'load nothing yet');");
+    script.Line(u"SELECT IF(@problems = '', 'ready', CONCAT('not ready: ', @problems)), '', '',");
+    script.Line(u"  IF(@problems = '', 'go on with 2 Load.sql', 'load nothing yet');");
 }
 
 // Goes on, or ends the script by an error that tells why: the database names the column that it does not

@@ -494,6 +494,16 @@ class Trouble(FinishTest):
         rows = self.assert_not_ready("2 member names are taken")
         self.assertEqual(rows[0][:3], ["member names that are taken", "2", "GEORG, Karin from orebro"])
 
+    def test_the_list_of_many_taken_names_is_cut(self):
+        board = self.board
+        self.load(board)
+        again = self.generated("utf-8", "--users", "100", "--groups", "30", "--first-forum", "300",
+                               "--first-thread", "3000", "--first-post", "30000")  # fmt: skip
+        self.load(again)
+        (row, _) = [row for row in again.check() if "names" in row[0]]
+        self.assertEqual(row[1], str(len(again.numbers("users"))))
+        self.assertRegex(row[2], r"^.{200} \.\.\.$")
+
     def test_all_collisions_at_once(self):
         self.ask("INSERT INTO forums_ (fid, description, parentlist, rules) VALUES (5, '', '5', '')")
         self.ask("INSERT INTO threads_ (tid, notes) VALUES (12, '')")
@@ -552,7 +562,8 @@ class Names(FinishTest):
 
     def test_names_that_the_database_takes_for_one_stay_apart(self):
         names = ["José", "Jose", "JOSÉ ", "Straße", "Strasse", "Strase", "かな", "カナ", "👍", "👎", "Ångström",
-                 "angstrom", "Ёлка", "елка", "Ｗｉｄｅ", "wide", "n" * 130, "N" * 140]  # fmt: skip
+                 "angstrom", "Ёлка", "елка", "Ｗｉｄｅ", "wide", "Aydın", "AYDIN",
+                 "n" * 130, "N" * 140]  # fmt: skip
         for collation in ("utf8mb4_general_ci", "utf8mb4_unicode_ci", "utf8mb4_unicode_520_ci"):
             with self.subTest(collation=collation):
                 self.make_forum()

@@ -40,6 +40,12 @@ TEST(UniqueNames, TakeASharpSForOneSAndForTwo) {
     EXPECT_EQ(names.Take(u"Gros", 120, 4), u"Gros_4");
 }
 
+TEST(UniqueNames, TakeAnIWithoutItsDotForAnI) {
+    UniqueNames names;
+    EXPECT_EQ(names.Take(u"Ayd\u0131n", 120, 2), u"Ayd\u0131n");
+    EXPECT_EQ(names.Take(u"AYDIN", 120, 3), u"AYDIN_3");
+}
+
 TEST(UniqueNames, TellDoubledLettersApart) {
     UniqueNames names;
     EXPECT_EQ(names.Take(u"Jes", 120, 2), u"Jes");
