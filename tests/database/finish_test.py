@@ -549,16 +549,35 @@ class Trouble(FinishTest):
         self.assertEqual(self.counts(), before)
 
 
-class Names(FinishTest):
-    def board_of_names(self, *names):
+class Extremes(FinishTest):
+    def board_of_posts(self, *posts):
+        """A board of one page; a post is who wrote it and what."""
         board = generate_board.Board(self.folder / "board", "utf-8", 1)
         page = generate_board.Page(3, 3, "Radios", None)
         page.posts = 1
-        posts = [generate_board.post(n, 3, "x", name, 1043846797 + n, "hello") for n, name in enumerate(names, 1)]
-        board.write_page(page, "".join(posts))
+        written = [generate_board.post(n, 3, "x", name, 1043846797 + n, text)
+                   for n, (name, text) in enumerate(posts, 1)]  # fmt: skip
+        board.write_page(page, "".join(written))
         board.write_board_file([("Things", [page])])
         (board.main / "users.txt").write_bytes(b"")
         return Board(board.root, self.folder / "out", charset="utf-8")
+
+    def test_messages_that_are_longer_than_a_post(self):
+        self.make_forum()
+        board = self.board_of_posts(("Anna", "日本語の 長い " * 10000), ("Bert", "short"), ("Anna", "x" * 140000))
+        self.assertEqual((board.status, board.errors), (0, ""))
+        self.load(board)
+        # 200,000 bytes of Japanese take four posts, and 140,000 of one word three.
+        self.assertEqual(
+            [[name, int(size) <= 65535] for name, size in
+             self.ask("SELECT username, LENGTH(message) FROM posts_ ORDER BY pid")],
+            [["Anna", True]] * 4 + [["Bert", True]] + [["Anna", True]] * 3,
+        )  # fmt: skip
+        text = "".join(text for text, in self.ask("SELECT message FROM posts_ ORDER BY pid"))
+        self.assertEqual(text, "日本語の 長い " * 10000 + "short" + "x" * 140000)
+        self.assert_posts_and_threads_fit()
+        self.assert_forums_fit()
+        self.assert_members_fit()
 
     def test_names_that_the_database_takes_for_one_stay_apart(self):
         names = ["José", "Jose", "JOSÉ ", "Straße", "Strasse", "Strase", "かな", "カナ", "👍", "👎", "Ångström",
@@ -568,7 +587,7 @@ class Names(FinishTest):
             with self.subTest(collation=collation):
                 self.make_forum()
                 self.ask(f"ALTER TABLE users_ CONVERT TO CHARACTER SET utf8mb4 COLLATE {collation}")
-                board = self.board_of_names(*names)
+                board = self.board_of_posts(*[(name, "hello") for name in names])
                 self.assertEqual((board.status, board.errors), (0, ""))
                 self.load(board)
                 # One is another's name in other case for the conversion itself.

@@ -795,6 +795,13 @@ TEST_F(FinishBoardTest, TheScriptsSpeakOfTheTablesByTheirPrefix) {
     EXPECT_FALSE(Holds(load, "mybb_"));
 }
 
+TEST_F(FinishBoardTest, TheScriptsQuoteTheMembersNames) {
+    board.AddUser(2, u"O({)Hara(>)");
+    board.Finish();
+    EXPECT_TRUE(Holds(board.Read("1 Check.sql"), "username IN ('O''Hara\\\\')"));
+    EXPECT_EQ(board.Table("users").at(0)[1], "O'Hara\\\\");
+}
+
 TEST_F(FinishBoardTest, APrefixThatIsNoNameIsRefused) {
     board.options.prefix = u"mybb`; DROP";
     EXPECT_TRUE(Holds(RefusalOf(board), "A prefix of table names"));
