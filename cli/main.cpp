@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
+#include "cli/check.h"
 #include "cli/convert.h"
 #include "cli/finish.h"
 #include "platform/charset.h"
@@ -12,88 +13,100 @@ constexpr const char* kAbout =
     "Tessaly converts a copy of a Discus 4 message board into import files for a mybb forum.";
 
 constexpr const char* kFooter = R"(
-A run only reads the board. It DELETES the output folder and builds it anew.
+A run only reads the board. It DELETES the output folder and builds it anew. A check writes, creates and deletes
+nothing but the reports that it is asked for.
 
 Settings that are not given come from the .ini file beside the program, or in the user's configuration folder
-where the program's own cannot be written. Each given one is kept there for the next run.
+where the program's own cannot be written. A run keeps each given one there for the next run.
 
-Example:
-  tessaly-cli convert --root /srv/discus-copy --output /srv/import --website http://www.old.example/discus/ \
-      --forum http://forum.new.example/ --admin Admin
+Example, the same options for both:
+  tessaly-cli check --root /srv/discus-copy --output /srv/import --website http://www.old.example/discus/ \
+      --forum http://forum.new.example/ --admin Admin --html report.html
 
-Exit status: 0 all went well, 1 something was reported (cancelled, stopped by a check, trouble),
-2 wrong usage, 3 a failure that nothing trapped.)";
+Exit status: 0 all went well, or nothing was found that ends a run or loses something; 1 something was reported
+(cancelled, stopped by a check, trouble) or found; 2 wrong usage; 3 a failure that nothing trapped.)";
 
-void AddFolders(CLI::App& convert, tessaly::Options& options) {
+void AddFolders(CLI::App& command, tessaly::Options& options) {
     const std::string group = "Folders";
-    convert
+    command
         .add_option("--root", options.root, "Copy of the Discus installation; alone it gives the next three")
         ->type_name("DIR")
         ->group(group);
-    convert.add_option("--messages", options.messages, "Public message folder (discus/messages)")
+    command.add_option("--messages", options.messages, "Public message folder (discus/messages)")
         ->type_name("DIR")
         ->group(group);
-    convert.add_option("--secure", options.secure, "Message folder of hidden topics (discus_admin_N/secure)")
+    command.add_option("--secure", options.secure, "Message folder of hidden topics (discus_admin_N/secure)")
         ->type_name("DIR")
         ->group(group);
-    convert.add_option("--main", options.main, "Folder of the member file (discus_admin_N)")
+    command.add_option("--main", options.main, "Folder of the member file (discus_admin_N)")
         ->type_name("DIR")
         ->group(group);
-    convert.add_option("--output", options.output, "Folder of all that is written; deleted and built anew")
+    command.add_option("--output", options.output, "Folder of all that is written; deleted and built anew")
         ->type_name("DIR")
         ->group(group);
 }
 
-void AddFields(CLI::App& convert, tessaly::Options& options) {
+void AddFields(CLI::App& command, tessaly::Options& options) {
     const std::string group = "The two sites";
-    convert.add_option("--website", options.website, "Address of the old board")
+    command.add_option("--website", options.website, "Address of the old board")
         ->type_name("TEXT")
         ->group(group);
-    convert.add_option("--forum", options.forum, "Address of the new forum")->type_name("TEXT")->group(group);
-    convert.add_option("--admin", options.admin, "Name of the new forum's administrator")
+    command.add_option("--forum", options.forum, "Address of the new forum")->type_name("TEXT")->group(group);
+    command.add_option("--admin", options.admin, "Name of the new forum's administrator")
         ->type_name("TEXT")
         ->group(group);
-    convert.add_option("--users", options.users, "Users that the new forum has already")
+    command.add_option("--users", options.users, "Users that the new forum has already")
         ->type_name("N")
         ->group(group);
-    convert.add_option("--groups", options.groups, "User groups that the new forum has already (7)")
+    command.add_option("--groups", options.groups, "User groups that the new forum has already (7)")
         ->type_name("N")
         ->group(group);
-    convert.add_option("--split-mb", options.splitMegabytes, "Size at which an import file is split (50)")
+    command.add_option("--split-mb", options.splitMegabytes, "Size at which an import file is split (50)")
         ->type_name("N")
         ->group(group);
-    convert.add_option("--charset", options.charset, "Charset of the pages; without it the first page tells")
+    command.add_option("--charset", options.charset, "Charset of the pages; without it the first page tells")
         ->type_name("NAME")
         ->group(group);
 }
 
-void AddSwitches(CLI::App& convert, tessaly::Options& options) {
+void AddSwitches(CLI::App& command, tessaly::Options& options) {
     const std::string group = "Leave out";
-    convert.add_flag("--no-attachments", options.noAttachments, "Copy no attachments")->group(group);
-    convert.add_flag("--no-hidden", options.noHidden, "Do not look for pages in the secure folder")
+    command.add_flag("--no-attachments", options.noAttachments, "Copy no attachments")->group(group);
+    command.add_flag("--no-hidden", options.noHidden, "Do not look for pages in the secure folder")
         ->group(group);
-    convert.add_flag("--no-redirects", options.noRedirects, "Write no redirection pages")->group(group);
-    convert
+    command.add_flag("--no-redirects", options.noRedirects, "Write no redirection pages")->group(group);
+    command
         .add_flag("--no-special-characters", options.noSpecialCharacters, "Leave &...; sequences as they are")
         ->group(group);
-    convert
+    command
         .add_flag("--no-show-progress", options.noShowProgress, "Gather no routine progress for the report")
         ->group(group);
-    convert.add_flag("--no-log", options.noLog, "Keep routine progress out of Log.txt")->group(group);
+    command.add_flag("--no-log", options.noLog, "Keep routine progress out of Log.txt")->group(group);
 }
 
-void AddProgram(CLI::App& convert, tessaly::Options& options) {
+void AddProgram(CLI::App& command, tessaly::Options& options) {
     const std::string group = "The program itself";
-    convert.add_option("--ini", options.ini, "Another settings file")->type_name("FILE")->group(group);
-    convert
+    command.add_option("--ini", options.ini, "Another settings file")->type_name("FILE")->group(group);
+    command
         .add_option("--program-folder", options.programFolder,
                     "Where Docs and the settings file are looked for")
         ->type_name("DIR")
         ->group(group);
-    convert.add_option("--report", options.report, "Write the outcome as JSON")
+    command.add_option("--report", options.report, "Write the outcome as JSON")
         ->type_name("FILE")
         ->group(group);
-    convert.add_flag("--quiet", options.quiet, "No progress line and no summary")->group(group);
+    command.add_flag("--quiet", options.quiet, "No progress line and no summary")->group(group);
+}
+
+// What a run and a check of the same board are asked with.
+CLI::App& AddCommand(CLI::App& app, const char* name, const char* about, tessaly::Options& options) {
+    CLI::App& command = *app.add_subcommand(name, about);
+    command.footer(kFooter);
+    AddFolders(command, options);
+    AddFields(command, options);
+    AddSwitches(command, options);
+    AddProgram(command, options);
+    return command;
 }
 
 constexpr const char* kFinishAbout =
@@ -168,16 +181,15 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", "tessaly-cli " TESSALY_VERSION);
     app.require_subcommand(1);
     app.footer(kFooter);
-    CLI::App& convert = *app.add_subcommand("convert", "Convert a board");
-    convert.footer(kFooter);
-    AddFolders(convert, options);
-    AddFields(convert, options);
-    AddSwitches(convert, options);
-    AddProgram(convert, options);
-    AddFinish(convert, options);
+    AddFinish(AddCommand(app, "convert", "Convert a board", options), options);
     tessaly::FinishWords finishWords;
     CLI::App& finish = *app.add_subcommand("finish", kFinishAbout);
     AddFinishCommand(finish, finishWords);
+    CLI::App& check =
+        AddCommand(app, "check", "Tell what a run would trip over or lose, and write nothing", options);
+    check.add_option("--html", options.html, "Write the findings as a page to look at")
+        ->type_name("FILE")
+        ->group("The program itself");
     try {
         std::vector<std::string> words = tessaly::platform::Arguments(argc, argv);
         // The parser takes them from the back.
@@ -193,5 +205,5 @@ int main(int argc, char** argv) {
         tessaly::platform::WriteError(tessaly::platform::FromUtf8(wrong) + u"\n");
         return tessaly::kWrongUsage;
     }
-    return tessaly::RunConversion(options);
+    return check.parsed() ? tessaly::RunCheck(options) : tessaly::RunConversion(options);
 }

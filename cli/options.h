@@ -43,6 +43,7 @@ struct Options {
     std::string ini;
     std::string programFolder;
     std::string report;
+    std::string html;
     bool quiet = false;
     bool isFinishWanted = false;
     FinishWords finish;

@@ -1,6 +1,7 @@
 #include "control/NameProgram.h"
 
 #include "control/Settings.h"
+#include "control/checking.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 
@@ -12,7 +13,7 @@ namespace {
 void UseOwnSettings(ConversionState& state) {
     const std::u16string folder = platform::UserSettingsFolder();
     if (folder.empty()) return;
-    if (IgnoringErrors([&] { platform::MakeFolders(folder); }) != kNoError) return;
+    if (!IsCheck(state) && IgnoringErrors([&] { platform::MakeFolders(folder); }) != kNoError) return;
     state.SettingsFile = IniFileIn(folder, state.ProgramName);
 }
 

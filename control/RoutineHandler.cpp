@@ -1,10 +1,12 @@
 #include "control/RoutineHandler.h"
 
+#include "control/checking.h"
 #include "text/numbers.h"
 
 namespace tessaly {
 
 void RoutineHandler(ConversionState& state, std::u16string_view label, const RunTimeError& error) {
+    if (IsCheck(state)) return state.Check->Failed(label, error);
     const std::u16string text =
         ToText(error.number) + std::u16string(label) + u"\r\n\r\n" + error.description;
     state.ToolboxA.RecordErrorText(text);

@@ -1,6 +1,7 @@
 #include "control/Settings.h"
 
 #include "control/SetupFolderLocations.h"
+#include "control/checking.h"
 #include "platform/files.h"
 #include "reader/FieldEscaping.h"
 #include "text/numbers.h"
@@ -225,6 +226,7 @@ std::u16string IniFileIn(std::u16string_view folder, std::u16string_view program
 }
 
 void SaveSetting(ConversionState& state, std::u16string_view key, std::u16string_view value) {
+    if (IsCheck(state)) return;
     state.ToolboxA.WriteIniValue(kSection, key, value, state.IniFile);
 }
 

@@ -3,6 +3,7 @@
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
 #include "control/Settings.h"
+#include "control/checking.h"
 #include "control/deleting.h"
 #include "platform/files.h"
 
@@ -37,10 +38,22 @@ bool SourceFoldersAreReady(ConversionState& state) {
         {state.DiscusSecureMessageFolder, u"Source of your Discus Secure Message Folder must be filled in",
          u" - Discus Secure Message Folder Must Exist"},
     };
+    bool areReady = true;
     for (const SourceFolder& source : sources) {
-        if (!IsReady(state, source)) return false;
+        if (IsReady(state, source)) continue;
+        if (!IsCheck(state)) return false;
+        areReady = false;
     }
-    return true;
+    return areReady;
+}
+
+// A check leaves the folder as it is, and tells whether a run may delete it.
+void CheckOutputFolder(ConversionState& state) {
+    state.mybbAttachmentsFolder = state.mybbOutputFolder + u"Attachments\\";
+    state.mybbRedirectFolder = state.mybbOutputFolder + u"redirect\\discus\\messages\\";
+    const std::u16string folder = StripTrailingBackslash(state.mybbOutputFolder);
+    if (platform::FolderExists(folder)) static_cast<void>(MayDeleteFolder(state, folder));
+    state.CancelRequested = false;
 }
 
 bool DeleteOutputFolder(ConversionState& state) {
@@ -67,6 +80,7 @@ void SetupFolderLocations(ConversionState& state) try {
     SaveSetting(state, u"DiscusMainFolder", state.DiscusMainFolder);
     if (state.mybbOutputFolder.empty()) return state.ShowMessage(u"mybb Output Folder Must Be Filled In");
     state.mybbOutputFolder = ToolboxLibrary::AddBackslash(state.txtmybbOutputFolder.Text);
+    if (IsCheck(state)) return CheckOutputFolder(state);
 
     const bool wasThere = platform::FolderExists(state.mybbOutputFolder);
     if (!wasThere) ToolboxLibrary::MakeFolderPath(state.mybbOutputFolder);

@@ -4,6 +4,7 @@
 #include "control/DisplayInfo.h"
 #include "control/Settings.h"
 #include "control/SetupFolderLocations.h"
+#include "control/checking.h"
 #include "members/modMembers.h"
 #include "members/mybbWriteGroupsFile.h"
 #include "members/mybbWriteUserFile.h"
@@ -58,27 +59,42 @@ void ResetRun(ConversionState& state) {
     state.SplitMBSize = RoundToInteger(LeadingNumber(state.txtSplitMBSize.Text) * kMegabyte);
 }
 
-// A blank address leaves the buttons as they are: no other run until the program is restarted.
-bool RequiredFieldsAreFilled(ConversionState& state) {
+bool AdministratorIsFilled(ConversionState& state) {
     txtDefaultAdmin_LostFocus(state);
-    if (state.DefaultAdmin.empty()) {
-        state.txtArea.SetText(u"");
-        state.cmdCancel.SetEnabled(false);
-        state.cmdConvert.SetEnabled(true);
+    if (!state.DefaultAdmin.empty()) return true;
+    state.txtArea.SetText(u"");
+    state.cmdCancel.SetEnabled(false);
+    state.cmdConvert.SetEnabled(true);
+    return false;
+}
+
+bool AddressIsFilled(ConversionState& state, const TextField& field, std::u16string& address,
+                     std::u16string_view missing) {
+    address = Trim(field.Text);
+    if (address.empty()) {
+        state.ShowMessage(missing);
         return false;
     }
-    state.DiscusWebsite = Trim(state.txtDiscusWebsite.Text);
-    if (state.DiscusWebsite.empty()) {
-        state.ShowMessage(u"Discus website must be filled in");
-        return false;
+    address = StripTrailingBackslash(address);
+    return true;
+}
+
+bool WebsiteIsFilled(ConversionState& state) {
+    return AddressIsFilled(state, state.txtDiscusWebsite, state.DiscusWebsite,
+                           u"Discus website must be filled in");
+}
+
+bool ForumAddressIsFilled(ConversionState& state) {
+    return AddressIsFilled(state, state.txtmybbForumAddr, state.mybbForumAddr,
+                           u"mybb Forum Address must be filled in");
+}
+
+// A blank address leaves the buttons as they are: no other run until the program is restarted. A check tells
+// of all blank fields and goes on.
+bool RequiredFieldsAreFilled(ConversionState& state) {
+    for (const auto isFilled : {AdministratorIsFilled, WebsiteIsFilled, ForumAddressIsFilled}) {
+        if (!isFilled(state) && !IsCheck(state)) return false;
     }
-    state.DiscusWebsite = StripTrailingBackslash(state.DiscusWebsite);
-    state.mybbForumAddr = Trim(state.txtmybbForumAddr.Text);
-    if (state.mybbForumAddr.empty()) {
-        state.ShowMessage(u"mybb Forum Address must be filled in");
-        return false;
-    }
-    state.mybbForumAddr = StripTrailingBackslash(state.mybbForumAddr);
     return true;
 }
 
@@ -119,7 +135,9 @@ void NameOutput(ConversionState& state) {
 
 // What counts of the detection is that it has written the charset into the field.
 void SettleCharset(ConversionState& state) {
-    if (state.Charset.empty()) state.Charset = DetectCharset(state);
+    GoingOnInCheck(state, u"", [&state] {
+        if (state.Charset.empty()) state.Charset = DetectCharset(state);
+    });
     if (state.cboCharset.Text.empty()) state.cboCharset.SetText(u"utf-8");
     state.Charset = state.cboCharset.Text;
 }
@@ -175,7 +193,7 @@ void cmdConvert_Click(ConversionState& state) {
         mybbOpenOutputFiles(state);
         SettleCharset(state);
         DiscusGetReplaceableCharacterArray(state, state.Charset);
-        if (LoadRedirectTemplate(state)) RunPhases(state, startText);
+        if (LoadRedirectTemplate(state) || IsCheck(state)) RunPhases(state, startText);
     }
     UpdateInternalLinks(state);
     mybbCloseOutputFiles(state);

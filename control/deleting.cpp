@@ -5,13 +5,25 @@
 
 namespace tessaly {
 
-void DeleteFolder(const ConversionState& state, std::u16string_view folder) {
+namespace {
+
+platform::Protected KeptBy(const ConversionState& state) {
     platform::Protected kept;
     kept.homeFolder = platform::HomeFolder();
     kept.programFolder = state.ProgramFolder;
     kept.sourceFolders = SourceFolders(state);
     kept.showMessage = state.ShowMessage;
-    platform::DeleteFolder(folder, kept);
+    return kept;
+}
+
+}  // namespace
+
+void DeleteFolder(const ConversionState& state, std::u16string_view folder) {
+    platform::DeleteFolder(folder, KeptBy(state));
+}
+
+bool MayDeleteFolder(const ConversionState& state, std::u16string_view folder) {
+    return platform::MayDelete(folder, KeptBy(state));
 }
 
 }  // namespace tessaly

@@ -11,4 +11,7 @@ namespace tessaly {
 // raises 70, like any failed delete.
 void DeleteFolder(const ConversionState& state, std::u16string_view folder);
 
+// Whether that delete would not be refused; else the refusal's message is shown.
+bool MayDeleteFolder(const ConversionState& state, std::u16string_view folder);
+
 }  // namespace tessaly

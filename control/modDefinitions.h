@@ -23,6 +23,7 @@ class TextFile;
 
 struct clsMember;
 struct clsGroup;
+struct CheckListener;
 
 // One family of numbered output files.
 struct OutputFile {
@@ -231,6 +232,9 @@ struct ConversionState {
 
     RunProgress Progress;
     RunNote Note;
+
+    // Who listens while the board is checked; none while it is converted.
+    CheckListener* Check = nullptr;
 };
 
 // The element of the page in hand, by `Depth` as it stands. Raises 9 when there is none.

@@ -2,6 +2,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "members/clsGroup.h"
 #include "members/clsMember.h"
 #include "reader/FieldEscaping.h"
@@ -45,9 +46,13 @@ std::shared_ptr<clsMember> MakeMember(const ConversionState& state, const Fields
 void EnterMember(ConversionState& state, const std::shared_ptr<clsMember>& member) {
     const std::u16string number = ToText(member->ID);
     if (IgnoringErrors([&] { state.RealNames.Add(member->RealName, member->RealName); }) != kNoError) {
+        Note(state, FindingKind::kMemberRenamed, {},
+             member->RealName + u" becomes " + member->RealName + u" " + number);
         member->RealName += u" " + number;
     }
     if (IgnoringErrors([&] { state.MembersByUserName.Add(member->username, member); }) != kNoError) {
+        Note(state, FindingKind::kMemberRenamed, {},
+             member->username + u" becomes " + member->username + u"_" + number);
         member->username += u"_" + number;
         IgnoringErrors([&] { state.MembersByUserName.Add(member->username, member); });
     }
@@ -60,7 +65,11 @@ std::u16string ReadMemberFile(ConversionState& state) {
         ToolboxLibrary::FileExists(state.UserFile) ? state.UserFile : state.UsersFile;
     DisplayInfo(state, u"Processing Discus Member File, Please wait...\r\n", true, true, false);
     std::u16string text;
-    if (ToolboxLibrary::FileExists(path)) GetFileDataCharset(state, path, text, u"utf-8", true);
+    if (!ToolboxLibrary::FileExists(path)) {
+        Note(state, FindingKind::kNoMemberFile, {}, path);
+        return text;
+    }
+    GetFileDataCharset(state, path, text, u"utf-8", true);
     return text;
 }
 
@@ -90,6 +99,7 @@ void DiscusReadUserFile(ConversionState& state) {
     std::int32_t counter = defaultUsers;
     std::vector<std::u16string> groups;
     for (const std::u16string_view line : lines) {
+        if (IsCheck(state)) ++state.Check->MemberLine;
         if (!line.empty()) {
             const Fields fields = Split(line, u":");
             // A line without groups leaves the names of the line before in place, in their changed form.
@@ -100,12 +110,14 @@ void DiscusReadUserFile(ConversionState& state) {
             DiscusAddGroups(state, groups);
             if (!Trim(Element(fields, 0)).empty()) {
                 IgnoringErrors([&counter] { counter = Add(counter, 1); });
-                DiscusAddMember(state, fields);
+                const std::int32_t number = DiscusAddMember(state, fields);
+                if (IsCheck(state)) state.Check->LinesOfMembers[number] = state.Check->MemberLine;
                 GrowPostCounts(state, counter);
             }
         }
         state.ToolboxA.KeepResponsive();
     }
+    if (IsCheck(state)) state.Check->MemberLine = 0;
 }
 
 std::int32_t DiscusAddMember(ConversionState& state, const std::vector<std::u16string_view>& fields) {

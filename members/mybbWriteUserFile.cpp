@@ -2,6 +2,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "members/clsGroup.h"
 #include "members/clsMember.h"
 #include "members/clsTblUsers.h"
@@ -15,6 +16,8 @@ namespace tessaly {
 
 namespace {
 
+constexpr std::u16string_view kLabel = u" - mybbWriteUserFile()";
+
 // What goes on from one member to the next.
 struct Carried {
     std::int32_t primaryGroup = 0;
@@ -23,12 +26,19 @@ struct Carried {
 
 // The first group found. A member without groups keeps the group of the member before.
 void TakePrimaryGroup(ConversionState& state, const clsMember& member, Carried& carried) {
-    if (member.Groups.empty()) return;
+    if (member.Groups.empty()) {
+        if (carried.primaryGroup != 0) Note(state, FindingKind::kInheritedGroup);
+        return;
+    }
     carried.primaryGroup = 0;
     for (const std::u16string_view name : Split(member.Groups, u"/")) {
         if (name.empty()) continue;
         const std::int32_t group = state.GroupsByName.Get(name)->ID;
-        if (carried.primaryGroup == 0) carried.primaryGroup = group;
+        if (carried.primaryGroup == 0) {
+            carried.primaryGroup = group;
+        } else {
+            Note(state, FindingKind::kFurtherGroups, {}, name);
+        }
     }
 }
 
@@ -80,6 +90,14 @@ clsTblUsers MakeRow(ConversionState& state, const clsMember& member, Carried& ca
     return row;
 }
 
+void WriteRow(ConversionState& state, const clsMember& member, Carried& carried) {
+    TakePrimaryGroup(state, member, carried);
+    std::u16string text;
+    MakeRow(state, member, carried).BuildString(text);
+    WriteFileLine(state, text, state.UsersImportFile, u"mybb_users", false);
+    if (state.Note.IsWanted && member.Groups.empty()) state.Note.MembersWithoutGroup.push_back(member.ID);
+}
+
 }  // namespace
 
 void mybbWriteUserFile(ConversionState& state) try {
@@ -87,20 +105,15 @@ void mybbWriteUserFile(ConversionState& state) try {
     Carried carried;
     bool isAdministrator = true;
     for (const auto& [number, member] : state.MembersById) {
-        if (!isAdministrator) {
-            TakePrimaryGroup(state, *member, carried);
-            std::u16string text;
-            MakeRow(state, *member, carried).BuildString(text);
-            WriteFileLine(state, text, state.UsersImportFile, u"mybb_users", false);
-            if (state.Note.IsWanted && member->Groups.empty())
-                state.Note.MembersWithoutGroup.push_back(member->ID);
-        }
+        if (IsCheck(state)) state.Check->Member = member.get();
+        if (!isAdministrator) GoingOnInCheck(state, kLabel, [&] { WriteRow(state, *member, carried); });
         isAdministrator = false;
         state.ToolboxA.KeepResponsive();
     }
+    if (IsCheck(state)) state.Check->Member = nullptr;
     FinishOutputFile(state, state.UsersImportFile, u"mybb_users");
 } catch (...) {
-    RoutineHandler(state, u" - mybbWriteUserFile()", CurrentError());
+    RoutineHandler(state, kLabel, CurrentError());
 }
 
 }  // namespace tessaly

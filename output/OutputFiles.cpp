@@ -2,10 +2,12 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "control/deleting.h"
 #include "control/troubledFiles.h"
 #include "platform/TextFile.h"
 #include "platform/TextStream.h"
+#include "platform/charset.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "text/numbers.h"
@@ -68,6 +70,7 @@ void OpenLogs(ConversionState& state) {
 }
 
 void Save(ConversionState& state, OutputFile& file) {
+    if (IsCheck(state)) return;
     WithFile(state, file.Name, [&file] { file.Stream->SaveToFile(file.Name); });
 }
 
@@ -87,10 +90,18 @@ bool IsFull(const ConversionState& state, const OutputFile& file, std::u16string
     return state.SplitMBSize >= 1 && Add(Length(line), file.Size) > state.SplitMBSize;
 }
 
+// What no file can be called fails as writing it would.
+void CheckFileName(std::u16string_view path) {
+    constexpr std::size_t kLongest = 250;
+    const std::u16string_view name = From(path, FindBackward(path, u"\\") + 1);
+    const bool isFolder = name.empty() || name == u"." || name == u"..";
+    if (isFolder || platform::ToUtf8(name).size() > kLongest) Raise(kWriteFailed);
+}
+
 }  // namespace
 
 void mybbOpenOutputFiles(ConversionState& state) try {
-    if (state.CancelRequested) return;
+    if (state.CancelRequested || IsCheck(state)) return;
     DisplayInfo(state, u"Cleaning up Output Folders - Please Wait...\r\n", true, true, false);
     CleanOutputFolder(state);
     state.ToolboxA.KeepResponsive();
@@ -108,7 +119,11 @@ void WriteFileLine(ConversionState& state, std::u16string_view line, OutputFile&
                    std::u16string_view table, bool noSplit) try {
     if (file.Stream == nullptr) file.Stream = std::make_shared<TextStream>(state.Charset);
     if (!noSplit && IsFull(state, file, line)) Rotate(state, file, table);
-    file.Stream->WriteLine(line);
+    if (IsCheck(state)) {
+        state.Check->RowMade(line);
+    } else {
+        file.Stream->WriteLine(line);
+    }
     file.Size = Add(file.Size, Add(Length(line), 2));
     ++state.Progress.RowsWritten;
     state.ToolboxA.KeepResponsive();
@@ -117,6 +132,7 @@ void WriteFileLine(ConversionState& state, std::u16string_view line, OutputFile&
 }
 
 void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16string_view table) try {
+    if (IsCheck(state)) return;
     std::u16string path = platform::WithNativeSeparators(name);
     ReplaceAll(path, u"\\", u"\\\\");
     const std::u16string script = state.mybbOutputFolder + std::u16string(kScriptName);
@@ -135,6 +151,7 @@ void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16s
 }
 
 void WriteFileData(ConversionState& state, std::u16string_view path, std::u16string_view text) try {
+    if (IsCheck(state)) return CheckFileName(path);
     TextStream stream(state.Charset);
     stream.WriteText(text);
     WithFile(state, path, [&] { stream.SaveToFile(path); });

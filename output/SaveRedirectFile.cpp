@@ -2,6 +2,7 @@
 
 #include "control/RoutineHandler.h"
 #include "control/Settings.h"
+#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "text/numbers.h"
 #include "text/split.h"
@@ -29,6 +30,7 @@ void SaveRedirectFile(ConversionState& state, std::u16string_view path, std::int
     const std::u16string folder =
         ToolboxLibrary::AddBackslash(BaseFolder(state)) + std::u16string(Element(steps, 0));
     const std::u16string file = ToolboxLibrary::AddBackslash(folder) + std::u16string(Element(steps, 1));
+    if (IsCheck(state)) return WriteFileData(state, file, {});
     ToolboxLibrary::MakeFolderPath(folder);
     std::u16string page = state.RedirectTemplate;
     ReplaceAll(page, u"AAAAA", textA);

@@ -1,6 +1,7 @@
 #include "output/mybbWriteForumsFile.h"
 
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "output/clsTblForums.h"
 #include "reader/FieldEscaping.h"
@@ -15,6 +16,7 @@ namespace {
 void EnterName(ConversionState& state, std::u16string_view name, std::int32_t forumId) {
     const int error = IgnoringErrors([&] { state.ForumIdsByName.Add(name, forumId); });
     if (error == kNoError) return;
+    Note(state, FindingKind::kForumNameTwice, {}, name);
     IgnoringErrors([&] { state.ForumIdsByName.Remove(name); });
     IgnoringErrors([&] { state.ForumIdsByName.Add(name, forumId); });
 }
@@ -57,9 +59,14 @@ void mybbWriteForumsFile(ConversionState& state, std::u16string_view name, std::
     row.BuildString(text);
     WriteFileLine(state, text, state.ForumsFile, u"mybb_forums", false);
     EnterName(state, cleanName, forumCounter);
+    if (IsCheck(state)) state.Check->ForumMade(cleanName, stype == u"c", forumCounter);
     state.ToolboxA.KeepResponsive();
 } catch (...) {
     RoutineHandler(state, u" - mybbWriteForumsFile()", CurrentError());
+}
+
+std::int32_t ForumIdOf(ConversionState& state, std::u16string_view name) {
+    return IsCheck(state) ? state.Check->ForumIdOf(name) : state.ForumIdsByName.Get(name);
 }
 
 }  // namespace tessaly

@@ -15,4 +15,7 @@ void mybbWriteForumsFile(ConversionState& state, std::u16string_view name, std::
                          std::int32_t forumOrder, std::u16string& parentList, std::u16string_view stype,
                          std::u16string_view description);
 
+// The number of the forum that was entered last under a name. Raises 5 for a name that was not.
+std::int32_t ForumIdOf(ConversionState& state, std::u16string_view name);
+
 }  // namespace tessaly

@@ -182,14 +182,17 @@ std::int64_t CountFiles(std::u16string_view folder, std::u16string_view ending) 
     return CountBelow(ToNative(folder), ending);
 }
 
-void DeleteFolder(std::u16string_view folder, const Protected& kept) {
+bool MayDelete(std::u16string_view folder, const Protected& kept) {
     GuardedFolders guarded{Resolved(kept.homeFolder), Resolved(kept.programFolder), {}};
     for (const std::u16string& source : kept.sourceFolders) guarded.sources.push_back(Resolved(source));
     const std::u16string reason = ReasonNotToDelete(Resolved(folder), guarded);
-    if (!reason.empty()) {
-        kept.showMessage(u"The folder " + std::u16string(folder) + u" is not deleted: " + reason);
-        Raise(kPermissionDenied);
-    }
+    if (reason.empty()) return true;
+    kept.showMessage(u"The folder " + std::u16string(folder) + u" is not deleted: " + reason);
+    return false;
+}
+
+void DeleteFolder(std::u16string_view folder, const Protected& kept) {
+    if (!MayDelete(folder, kept)) Raise(kPermissionDenied);
     const fs::path native = WithoutTrailingSeparator(ToNative(folder));
     if (KindAt(native) != Kind::kFolder) Raise(kPathNotFound);
     RemoveFolder(native);

@@ -59,9 +59,11 @@ struct Protected {
     std::function<void(std::u16string_view)> showMessage;
 };
 
+// Whether a folder may be deleted. When it is protected, a message is shown that names it and the reason.
+bool MayDelete(std::u16string_view folder, const Protected& kept);
+
 // Deletes a folder with all it holds, read-only files too, never following a link out of it. What is
-// protected it refuses: it shows a message that names the folder and the reason, and raises 70. Raises 76 for
-// what is no folder.
+// protected it refuses with that message, and raises 70. Raises 76 for what is no folder.
 void DeleteFolder(std::u16string_view folder, const Protected& kept);
 
 // Deletes the files of one folder whose names match; "*" in the name stands for any text. Case differs as on

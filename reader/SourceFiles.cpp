@@ -1,6 +1,9 @@
 #include "reader/SourceFiles.h"
 
+#include <algorithm>
+
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "platform/charset.h"
 #include "platform/files.h"
 #include "reader/SpecialCharacters.h"
@@ -16,12 +19,20 @@ std::u16string CharsetToUse(const ConversionState& state, std::u16string_view ch
     return state.Charset.empty() ? u"utf-8" : state.Charset;
 }
 
+void NoteUndecoded(const ConversionState& state, std::u16string_view path, std::u16string_view text) {
+    if (!IsCheck(state)) return;
+    const auto count = std::ranges::count(text, u'\uFFFD');
+    if (count == 0) return;
+    Note(state, FindingKind::kUndecodedCharacter, From(text, FindFirstOf(text, u"\uFFFD")), path, count);
+}
+
 }  // namespace
 
 void GetFileDataCharset(ConversionState& state, std::u16string_view path, std::u16string& text,
                         std::u16string_view charset, bool findSequences) try {
     text.clear();
     text = platform::Decode(platform::ReadWholeFile(path), CharsetToUse(state, charset));
+    NoteUndecoded(state, path, text);
     if (findSequences) DiscusFindSpecialCharacterSequences(state, text);
     RemoveAll(text, kNul);
     state.ToolboxA.KeepResponsive();

@@ -7,6 +7,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "control/troubledFiles.h"
 #include "platform/TextFile.h"
 #include "reader/SourceFiles.h"
@@ -48,6 +49,7 @@ void ReadCharacterLine(ConversionState& state, std::u16string_view line) {
 }
 
 void Report(ConversionState& state, std::u16string_view trouble, const std::u16string& path) {
+    Note(state, FindingKind::kNoCharacterFile, {}, path);
     DisplayInfo(state, std::u16string(trouble) + path + u"\r\nContinuing without it...\r\n", true, true,
                 true);
 }
@@ -68,6 +70,7 @@ class SequenceLog {
         : state_(state), path_(state.mybbOutputFolder + u"Discus Special Characters.txt") {}
 
     void Write(std::u16string_view sequence) {
+        if (IsCheck(state_)) return state_.Check->SequenceMet(sequence, true);
         WithFile(state_, path_, [&] {
             if (!file_) {
                 file_.emplace(path_, platform::OpenMode::kAppending, platform::TextFormat::kSingleByte);
@@ -162,10 +165,11 @@ void ReplaceIndependent(ConversionState& state, std::u16string& text, std::vecto
     try {
         for (; index < sequences.size(); ++index) {
             Sequence& sequence = sequences[index];
-            if (sequence.replacement != nullptr) continue;
-            sequence.replacement = state.ReplaceableCharacters.Find(sequence.text);
+            if (sequence.replacement == nullptr)
+                sequence.replacement = state.ReplaceableCharacters.Find(sequence.text);
             if (sequence.replacement == nullptr)
                 sequence.replacement = &AddUnknown(state, sequence.text, log);
+            if (IsCheck(state)) state.Check->SequenceMet(sequence.text, false);
         }
     } catch (...) {
         LeaveBehind(sequences, index);
@@ -211,6 +215,7 @@ void ReplaceOneByOne(ConversionState& state, std::u16string& text, SequenceLog& 
             if (Respell(text, *replacement)) ++changes;
             spelled = changes;
         }
+        if (IsCheck(state)) state.Check->SequenceMet(sequence, false);
     }
 }
 
@@ -231,7 +236,8 @@ void DiscusGetReplaceableCharacterArray(ConversionState& state, std::u16string_v
     state.ReplaceableCharactersLoaded = true;
     // What stands behind the last line end is no line.
     for (std::size_t line = 0; line + 1 < lines.size(); ++line) {
-        ReadCharacterLine(state, lines[line]);
+        GoingOnInCheck(state, u" - DiscusGetReplaceableCharacterArray()",
+                       [&] { ReadCharacterLine(state, lines[line]); });
         state.ToolboxA.KeepResponsive();
     }
 } catch (...) {

@@ -1,6 +1,7 @@
 #include "reader/modBoards.h"
 
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "output/mybbWriteForumsFile.h"
 #include "reader/FieldEscaping.h"
@@ -30,6 +31,13 @@ std::u16string_view TopNumberOf(std::u16string_view topSection) {
     return LeadingDigits(From(topSection, Length(kTop) + 1).substr(0, kMostDigits));
 }
 
+void NoteTouching(const ConversionState& state, std::u16string_view text, Position next,
+                  std::u16string_view marker) {
+    if (IsCheck(state) && StandsAt(text, next, marker)) {
+        Note(state, FindingKind::kTouchingSection, From(text, next));
+    }
+}
+
 void ProcessTops(ConversionState& state, std::u16string_view categoryBody, const std::u16string& name) {
     Position position = 1;
     Position nextPosition = 1;
@@ -40,9 +48,10 @@ void ProcessTops(ConversionState& state, std::u16string_view categoryBody, const
         const std::u16string topNumber(TopNumberOf(top));
         // One further on: a section that begins directly behind this one is not found.
         position = nextPosition + 1;
+        NoteTouching(state, categoryBody, nextPosition, kTop);
         AddProcessedFolder(state, topNumber);
         state.Depth = 0;
-        DiscusProcessBoardTopics(state, topNumber, name, state.ForumIdsByName.Get(name), false);
+        DiscusProcessBoardTopics(state, topNumber, name, ForumIdOf(state, name), false);
         if (state.CancelRequested) return;
         state.ToolboxA.KeepResponsive();
     }
@@ -56,11 +65,15 @@ bool ProcessCategories(ConversionState& state, std::u16string_view text) {
         const std::u16string_view section =
             ExtractTagSection(state, text, kCategory, u"<!--/Category-->", start, next);
         if (section.empty()) return true;
-        if (next > Length(text) || next < 0) return false;
+        if (next > Length(text) || next < 0) {
+            Note(state, FindingKind::kForumsNotWritten, From(text, start));
+            return false;
+        }
         const std::u16string name = EscapeField(
             RemoveTagInformation(state, FirstTagSection(state, section, u"<!--Text-->", u"<!--/Text-->")));
         std::u16string noParents;
         mybbWriteForumsFile(state, name, state.ForumCounter, state.ForumOrder, noParents, u"c", u"");
+        NoteTouching(state, text, next, kCategory);
         next = Find(text, kCategory, next + 1);
         const bool isLast = next == 0;
         const std::u16string_view categoryBody = isLast ? From(text, start) : Between(text, start, next);
@@ -83,6 +96,7 @@ bool DiscusProcessDiscusMainBoardFile(ConversionState& state) {
         if (path.empty()) return false;
         std::u16string text;
         GetFileDataCharset(state, path, text, state.Charset, true);
+        if (IsCheck(state)) state.Check->BoardRead(path, text);
         state.ForumCounter = 0;
         state.ForumOrder = 1;
         state.BoardSpare = 0;

@@ -2,6 +2,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "members/clsMember.h"
 #include "output/OutputFiles.h"
 #include "output/SaveRedirectFile.h"
@@ -23,6 +24,13 @@ constexpr std::int32_t kDeepest = 1000;
 constexpr std::int32_t kPostFound = 1;
 constexpr std::int32_t kTopFound = 2;
 constexpr std::int32_t kAnnouncementFound = 4;
+
+// The label of the walk's failures, which names the page in hand.
+std::u16string LabelOf(ConversionState& state) {
+    std::u16string path;
+    IgnoringErrors([&] { path = CurrentIndex(state).PagePath; });
+    return u" - DiscusProcessBoardTopics() - " + path;
+}
 
 std::u16string Indent(const ConversionState& state) {
     return std::u16string(static_cast<std::size_t>(state.Depth), u'\t');
@@ -67,18 +75,27 @@ void MakePaths(ConversionState& state, bool pageNameIsPath) {
     if (state.Depth > kDeepest) Raise(kOutOfStackSpace);
 }
 
+void NoteLeftOut(ConversionState& state, bool isHidden) {
+    Note(state, isHidden ? FindingKind::kHiddenPageLeftOut : FindingKind::kMissingPage, {},
+         CurrentIndex(state).PagePath);
+}
+
 // Settles on the public page or, when the option allows, on the one in the secure folder. False when neither
 // is there, which is told only with the option on.
 bool ChoosePage(ConversionState& state) {
     DataIndexElement& page = CurrentIndex(state);
     const auto folders = SourceFolders(state);
     if (ToolboxLibrary::FileExistsWithin(page.PagePath, folders)) return true;
-    if (!state.optCreateHiddenTopics) return false;
+    if (!state.optCreateHiddenTopics) {
+        NoteLeftOut(state, ToolboxLibrary::FileExistsWithin(page.SecurePagePath, folders));
+        return false;
+    }
     if (ToolboxLibrary::FileExistsWithin(page.SecurePagePath, folders)) {
         page.PagePath = page.SecurePagePath;
         state.HiddenTopic = true;
         return true;
     }
+    NoteLeftOut(state, false);
     DisplayInfo(
         state,
         u"File Does Not Exist - " + page.PagePath + u" nor does \r\n    " + page.SecurePagePath + u"\r\n",
@@ -166,6 +183,7 @@ std::u16string LinkOf(ConversionState& state, std::u16string_view topSection) {
 void ProcessTop(ConversionState& state, std::u16string_view categoryName) {
     DataIndexElement& page = CurrentIndex(state);
     if (page.PageSubject.empty()) {
+        Note(state, FindingKind::kNoSubject, page.TopSection);
         return Tell(state, u"\r\nEncountered Topic with no Subject on - " + page.PagePath + u"\r\n");
     }
     std::u16string fileName;
@@ -175,20 +193,30 @@ void ProcessTop(ConversionState& state, std::u16string_view categoryName) {
     SaveRedirectFile(state, page.SubPagePath, page.ParentForumId, page.TopicName, page.PageSubject,
                      page.PageTitle);
     Tell(state, Indent(state) + u"Processing Topic - " + page.MeName + u"\r\n");
-    const std::int32_t forumId = state.ForumIdsByName.Get(page.MeName);
+    const std::int32_t forumId = ForumIdOf(state, page.MeName);
     DiscusProcessBoardTopics(state, page.SubPagePath, categoryName, forumId, true);
     state.ToolboxA.KeepResponsive();
+}
+
+// The posts carry the number that the page's thread would have had when the page was entered.
+void NoteOtherThread(const ConversionState& state, const DataIndexElement& page) {
+    if (!IsCheck(state) || state.ThreadCounter == page.ThreadBase + 1) return;
+    Note(state, FindingKind::kOtherThread, {},
+         u"tid " + ToText(page.ThreadBase + 1) + u" in the posts, " + ToText(state.ThreadCounter) +
+             u" in the row of their thread",
+         page.LastPostId - page.FirstPostId + 1);
 }
 
 // All posts of the page at once; no further Post section is looked for behind it.
 void ProcessPosts(ConversionState& state) {
     const DataIndexElement& before = CurrentIndex(state);
     DiscusProcessPostsOnPage(state, before.PagePath, before.PageTitle, before.TopicName, before.MeName,
-                             before.PageSubject, state.ForumIdsByName.Get(before.MeName),
-                             before.FirstPosterId, before.LastPosterId, before.PageData);
+                             before.PageSubject, ForumIdOf(state, before.MeName), before.FirstPosterId,
+                             before.LastPosterId, before.PageData);
     DataIndexElement& page = CurrentIndex(state);
-    mybbWriteThreadsFile(state, page.MeName, state.ForumIdsByName.Get(page.MeName), page.FirstPostId,
-                         page.LastPostId, page.FirstPosterId, page.LastPosterId, false);
+    mybbWriteThreadsFile(state, page.MeName, ForumIdOf(state, page.MeName), page.FirstPostId, page.LastPostId,
+                         page.FirstPosterId, page.LastPosterId, false);
+    NoteOtherThread(state, page);
     page.PostPos = Length(page.PageData) - 1;
     page.PostNext = page.PostPos;
 }
@@ -216,15 +244,20 @@ bool ProcessSections(ConversionState& state, std::u16string_view categoryName, E
     page.PostPos = page.PostNext;
     if (page.PageLoopCount == 0) WriteForumRow(state);
     // A sub-topic that was left by a cancel leaves its own element in hand: each step asks for it anew.
-    if (HasFound(state, kTopFound)) ProcessTop(state, categoryName);
+    if (HasFound(state, kTopFound)) {
+        const std::u16string label = IsCheck(state) ? LabelOf(state) : std::u16string();
+        GoingOnInCheck(state, label, [&] { ProcessTop(state, categoryName); });
+    }
     if (HasFound(state, kPostFound)) {
         ProcessPosts(state);
         exhausted.posts = true;
     }
     if (HasFound(state, kAnnouncementFound)) {
         const DataIndexElement& now = CurrentIndex(state);
-        mybbWriteAnnouncementMsg(state, now.AnnouncementSection, now.ParentForumId, now.FirstPosterId,
-                                 now.MeName);
+        InSection(state, {}, now.AnnouncementSection, [&] {
+            mybbWriteAnnouncementMsg(state, now.AnnouncementSection, now.ParentForumId, now.FirstPosterId,
+                                     now.MeName);
+        });
     }
     return true;
 }
@@ -247,11 +280,13 @@ void WalkPage(ConversionState& state, std::u16string_view pageName, std::u16stri
     EnterPage(state, pageName, categoryName, parentForumId);
     MakePaths(state, pageNameIsPath);
     if (!ChoosePage(state)) return;
+    if (IsCheck(state) && !state.Check->MayEnterPage()) return;
     ReadPage(state);
     CurrentIndex(state).PageLoopCount = 0;
     Exhausted exhausted;
     while (ProcessSections(state, categoryName, exhausted)) {
         if (state.CancelRequested) return;
+        if (IsCheck(state) && state.Check->MustLeavePage()) return;
         state.ToolboxA.KeepResponsive();
         ++CurrentIndex(state).PageLoopCount;
     }
@@ -264,12 +299,6 @@ void LeavePage(ConversionState& state) {
     --state.Depth;
     state.PreviousDepth = state.Depth;
     ResetDataIndex(state, state.Depth);
-}
-
-std::u16string PagePathInHand(ConversionState& state) {
-    std::u16string path;
-    IgnoringErrors([&] { path = CurrentIndex(state).PagePath; });
-    return path;
 }
 
 const clsMember& MemberOf(ConversionState& state, std::int32_t posterId) {
@@ -285,7 +314,7 @@ void DiscusProcessBoardTopics(ConversionState& state, std::u16string_view pageNa
     try {
         WalkPage(state, pageName, categoryName, parentForumId, pageNameIsPath);
     } catch (...) {
-        RoutineHandler(state, u" - DiscusProcessBoardTopics() - " + PagePathInHand(state), CurrentError());
+        RoutineHandler(state, LabelOf(state), CurrentError());
     }
     LeavePage(state);
 }

@@ -2,6 +2,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "reader/TagScanning.h"
 #include "text/numbers.h"
@@ -33,12 +34,15 @@ class WorkingText {
         rest_ = From(rest_, behindLink_);
     }
 
-    // A link that opens the text becomes the whole text.
-    void Splice(std::u16string_view replacement) {
+    // Whether the search for the next link found one that no "</a>" follows.
+    bool EndsInLink() const { return link_ != 0; }
+
+    // A link that opens the text becomes the whole text. Gives what is skipped behind the link.
+    std::u16string_view Splice(std::u16string_view replacement) {
         if (done_.empty() && link_ == 1) {
             done_ = Between(rest_, 1, behindLink_);
             rest_ = {};
-            return;
+            return {};
         }
         const std::u16string_view behind = From(rest_, behindLink_);
         done_ += Between(rest_, 1, link_);
@@ -48,20 +52,21 @@ class WorkingText {
             done_ += replacement;
             done_ += skipped;
             rest_ = behind.substr(skipped.size());
-            return;
+            return skipped;
         }
         // The start position lies within the replacement, where another link can only begin with a "<".
         const auto kept = static_cast<std::size_t>(behindLink_ - link_);
         if (replacement.find(u'<', kept) == std::u16string_view::npos) {
             done_ += replacement;
             rest_ = behind;
-            return;
+            return {};
         }
         std::u16string rest(replacement.substr(kept));
         rest += behind;
         done_ += replacement.substr(0, kept);
         held_ = std::move(rest);
         rest_ = held_;
+        return {};
     }
 
     std::u16string Whole() && {
@@ -123,6 +128,7 @@ void ReportMissingPage(ConversionState& state, const Target& target) {
     const auto folders = SourceFolders(state);
     if (ToolboxLibrary::FileExistsWithin(first, folders)) return;
     if (ToolboxLibrary::FileExistsWithin(second, folders)) return;
+    Note(state, FindingKind::kMissingTopic, target.number, first);
     DisplayInfo(state,
                 u"Message linked file does not exist (mybb Rec# " + ToText(state.PostCounter) + u") - " +
                     first + u"\r\n      nor does " + second + u"\r\n",
@@ -159,6 +165,13 @@ bool IsLocal(std::u16string_view link) {
     return Contains(link, u"/discus/messages/") || Contains(link, u"/secure/");
 }
 
+void NoteSkipped(const ConversionState& state, std::u16string_view skipped) {
+    if (!IsCheck(state)) return;
+    for (Position at = Find(skipped, kLink); at != 0; at = Find(skipped, kLink, at + 1)) {
+        Note(state, FindingKind::kSkippedLink, From(skipped, at));
+    }
+}
+
 // A link to a topic gives the replacement; one to a file is taken as an attachment and leaves the replacement
 // be.
 void FollowLink(ConversionState& state, std::u16string& body, std::u16string link, const Place& place,
@@ -169,6 +182,7 @@ void FollowLink(ConversionState& state, std::u16string& body, std::u16string lin
     const std::u16string bbcode = BBCodeLink(state, address, link);
     const Target target = TargetOf(address);
     if (target.number.empty()) return TakeLinkedFile(state, body, address);
+    if (!Contains(address, u".html")) Note(state, FindingKind::kFileTakenForTopic, address, address);
     replacement = TopicLink(state, bbcode, place, target);
 }
 
@@ -183,14 +197,19 @@ std::u16string DiscusProcessLinks(ConversionState& state, std::u16string& body, 
     std::u16string replacement;
     while (true) {
         const std::u16string link(working.NextLink(state));
-        if (link.empty()) return std::move(working).Whole();
+        if (link.empty()) {
+            if (working.EndsInLink()) Note(state, FindingKind::kUnclosedLink, kLink);
+            return std::move(working).Whole();
+        }
+        if (IsScript(link)) Note(state, FindingKind::kScriptLink, link);
         if (!IsScript(link) && !IsLocal(link)) {
+            Note(state, FindingKind::kLinkElsewhere, link);
             working.Skip();
             state.ToolboxA.KeepResponsive();
             continue;
         }
         if (!IsScript(link)) FollowLink(state, body, link, {pageSerial, forumId}, replacement);
-        working.Splice(replacement);
+        NoteSkipped(state, working.Splice(replacement));
         state.ToolboxA.KeepResponsive();
     }
 } catch (...) {

@@ -2,6 +2,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "reader/SourceFiles.h"
 #include "reader/TagScanning.h"
@@ -57,7 +58,7 @@ std::u16string UpdatedLine(ConversionState& state, std::u16string_view line) {
 void UpdateInternalLinks(ConversionState& state) try {
     DisplayInfo(state, u"Writing Updated Internal Links File - Please Wait...\r\n", true, true, false);
     const std::u16string& path = state.InternalLinksFile.Name;
-    if (path.empty() || !ToolboxLibrary::FileExists(path)) return;
+    if (IsCheck(state) || path.empty() || !ToolboxLibrary::FileExists(path)) return;
     std::u16string data;
     GetFileDataCharset(state, path, data, state.Charset, false);
     for (const std::u16string_view line : Split(data, u"\r\n")) {

@@ -16,6 +16,7 @@ void mybbWriteAnnouncementMsg(ConversionState& state, std::u16string_view sectio
     std::u16string body(section);
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, state.AnnouncementForumId);
     text = ProcessImages(state, text);
+    NoteLostImages(state, text);
     text = RemoveTagInformation(state, text);
     text = EscapeField(text);
     state.AnnouncementCounter = Add(state.AnnouncementCounter, 1);

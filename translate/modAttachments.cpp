@@ -4,6 +4,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "control/troubledFiles.h"
 #include "platform/files.h"
 #include "reader/TagScanning.h"
@@ -40,6 +41,10 @@ bool IsPageAddress(std::u16string_view address) {
            Contains(address, u".html?") || Contains(address, u".php");
 }
 
+std::u16string_view LastStep(std::u16string_view address) {
+    return From(address, FindBackward(address, u"\\") + 1);
+}
+
 // Path of the uploaded file in one of the two message folders.
 std::u16string UploadPath(std::u16string_view messageFolder, std::u16string_view below) {
     std::u16string path = ToolboxLibrary::AddBackslash(messageFolder) + std::u16string(below);
@@ -51,14 +56,19 @@ std::u16string UploadPath(std::u16string_view messageFolder, std::u16string_view
 // leads to none.
 std::u16string SourceOf(ConversionState& state, const std::u16string& address) {
     if (IsPageAddress(address)) {
+        Note(state, FindingKind::kNoAttachment, LastStep(address), address);
         Report(state, u"Attachment is not a valid type - " + address);
         return {};
     }
     const auto parts = Split(address, u"\\");
     const auto siteParts = Split(state.DiscusWebsite, u"/");
-    if (!EqualIgnoringCase(Element(parts, 2), Element(siteParts, 2))) return {};
+    if (!EqualIgnoringCase(Element(parts, 2), Element(siteParts, 2))) {
+        Note(state, FindingKind::kAttachmentElsewhere, LastStep(address), address);
+        return {};
+    }
     const std::u16string_view fileName = Element(parts, parts.size() - 1);
     if (fileName.empty()) {
+        Note(state, FindingKind::kNoAttachment, {}, address);
         Report(state, u"Attachment is not a valid file - " + address);
         return {};
     }
@@ -70,6 +80,7 @@ std::u16string SourceOf(ConversionState& state, const std::u16string& address) {
     const auto folders = SourceFolders(state);
     if (ToolboxLibrary::FileExistsWithin(first, folders)) return first;
     if (ToolboxLibrary::FileExistsWithin(second, folders)) return second;
+    Note(state, FindingKind::kMissingAttachment, fileName, first);
     Report(state, u"Attachment File Does Not Exist (mybb #Rec " + ToText(state.PostCounter) + u") - " +
                       first + u"\r\n   nor does " + second + u" - Original - " + address);
     return {};
@@ -97,6 +108,7 @@ void TakeFile(ConversionState& state, const std::u16string& source, std::int32_t
     std::u16string text;
     row.BuildString(text);
     state.PageAttachmentRows.Add(ToText(state.PageAttachmentRows.Count() + 1), text);
+    if (IsCheck(state)) return state.Check->FileTaken(source, row.filesize);
     const std::u16string copy = state.mybbAttachmentsFolder + u"\\" + ToText(row.aid) + u"_" + row.posthash;
     // Either may be what failed.
     WithFile(state, source, [&] { WithFile(state, copy, [&] { platform::CopyFile(source, copy); }); });

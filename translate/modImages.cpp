@@ -1,8 +1,17 @@
 #include "translate/modImages.h"
 
+#include "control/checking.h"
 #include "reader/TagScanning.h"
 
 namespace tessaly {
+
+namespace {
+
+bool IsLocal(std::u16string_view source) {
+    return Contains(source, u"/discus/messages/") || Contains(source, u"/secure/");
+}
+
+}  // namespace
 
 std::u16string ProcessImages(ConversionState& state, std::u16string_view text) {
     constexpr std::u16string_view kImage = u"<img src=";
@@ -12,8 +21,7 @@ std::u16string ProcessImages(ConversionState& state, std::u16string_view text) {
     ExtractTagSection(state, text, kImage, u">", tag, behindTag);
     // The next " alt=" may lie behind the end of the tag: the source then runs on to there.
     std::u16string source(FirstTagSection(state, text, kImage, u" alt="));
-    if (!Contains(source, u"/discus/messages/") && !Contains(source, u"/secure/"))
-        return std::u16string(text);
+    if (!IsLocal(source)) return std::u16string(text);
     RemoveAll(source, u"<img src=\"");
     const std::u16string_view address = Between(source, 1, Find(source, u"\""));
     std::u16string translated(Between(text, 1, tag));
@@ -22,6 +30,17 @@ std::u16string ProcessImages(ConversionState& state, std::u16string_view text) {
     translated += u"[/img]";
     translated += From(text, behindTag);
     return translated;
+}
+
+void NoteLostImages(const ConversionState& state, std::u16string_view text) {
+    constexpr std::u16string_view kTag = u"<img ";
+    if (!IsCheck(state)) return;
+    for (Position at = Find(text, kTag); at != 0; at = Find(text, kTag, at + 1)) {
+        const Position end = Find(text, u">", at);
+        if (end == 0) return;
+        const std::u16string_view tag = Between(text, at, end + 1);
+        Note(state, IsLocal(tag) ? FindingKind::kFurtherImage : FindingKind::kImageElsewhere, tag);
+    }
 }
 
 }  // namespace tessaly

@@ -11,4 +11,7 @@ namespace tessaly {
 // stay. Raises 5 for a source without a double quote.
 std::u16string ProcessImages(ConversionState& state, std::u16string_view text);
 
+// Tells a check of the images that stay: their tags are removed, and with them the images.
+void NoteLostImages(const ConversionState& state, std::u16string_view text);
+
 }  // namespace tessaly

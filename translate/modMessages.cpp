@@ -2,6 +2,7 @@
 
 #include "control/DisplayInfo.h"
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "members/clsMember.h"
 #include "members/modMembers.h"
 #include "output/OutputFiles.h"
@@ -55,6 +56,7 @@ std::u16string NameOf(ConversionState& state, std::u16string_view section) {
 Poster AddPoster(ConversionState& state, const PageOfPosts& page, std::u16string name) {
     Tell(state, u"\r\n\r\n" + page.indent +
                     u"***** Posters User Name / Real Name Not Found - Adding ***** - " + name + u"\r\n");
+    Note(state, FindingKind::kUnknownPoster, u"<!--name-->", name);
     std::vector<std::u16string_view> fields(11);
     fields[0] = name;
     const std::int32_t number = DiscusAddMember(state, fields);
@@ -100,10 +102,12 @@ std::int32_t TimeOf(ConversionState& state, std::u16string_view section) {
 std::u16string TranslateBody(ConversionState& state, std::u16string_view section, const Poster& poster,
                              std::int32_t forumId) {
     std::u16string body(FirstTagSection(state, section, u"<!--Text-->", u"<!--/Text-->"));
+    if (body.empty()) Note(state, FindingKind::kPostWithoutText, section);
     state.PostCounter = Add(state.PostCounter, 1);
     ProcessAttachments(state, body, poster.number);
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, forumId);
     text = ProcessImages(state, text);
+    NoteLostImages(state, text);
     text = DiscusProcessFormatting(state, text);
     text = RemoveTagInformation(state, text);
     return EscapeField(text);
@@ -131,6 +135,7 @@ void ProcessPost(ConversionState& state, PageOfPosts& page, std::u16string_view 
     CountPoster(state, poster.number);
     const std::int32_t time = TimeOf(state, section);
     (page.postCount == 0 ? state.FirstPostTime : state.LastPostTime) = time;
+    if (IsCheck(state)) state.Check->PostDated(time);
     ++page.postCount;
     NoteOrder(page, time, poster.number);
     page.lastPosterRead = poster.number;
@@ -163,9 +168,13 @@ void ReadPosts(ConversionState& state, PageOfPosts& page, std::u16string_view pa
         if (open == 0) return;
         GetPostTags(open, pageData, openTag, closeTag);
         const Position close = Find(pageData, closeTag, open);
-        if (close == 0) return;
+        if (close == 0) return Note(state, FindingKind::kPostsBehindUnclosed, From(pageData, open));
         position = close + Length(closeTag);
-        ProcessPost(state, page, Between(pageData, open, position));
+        const std::u16string_view section = Between(pageData, open, position);
+        InSection(state, u" - DiscusProcessPostsOnPage()", section,
+                  [&] { ProcessPost(state, page, section); });
+        // In a check a post that failed counts as not there.
+        page.postCount = state.PageRows.Count();
         if (state.CancelRequested) return;
         state.ToolboxA.KeepResponsive();
     }
@@ -182,6 +191,13 @@ void WriteRow(ConversionState& state, std::int32_t position, std::int32_t writeC
     state.ToolboxA.KeepResponsive();
 }
 
+void NoteSurplus(const ConversionState& state, std::int32_t posts) {
+    const std::int32_t files = state.PageAttachmentRows.Count();
+    if (files <= posts) return;
+    Note(state, FindingKind::kSurplusAttachment, {},
+         ToText(files) + u" files in " + ToText(posts) + u" posts of the page", files - posts);
+}
+
 // The first poster is the one of the newest post and the last poster the one of the oldest, in both orders.
 void WritePosts(ConversionState& state, const PageOfPosts& page) {
     const bool isReversed = page.orderDifference > 0;
@@ -196,6 +212,7 @@ void WritePosts(ConversionState& state, const PageOfPosts& page) {
     for (std::int32_t written = 1; written <= count; ++written) {
         WriteRow(state, isReversed ? count + 1 - written : written, written);
     }
+    NoteSurplus(state, count);
     Tell(state, page.indent + u"Done\r\n\r\n");
 }
 

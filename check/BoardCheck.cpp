@@ -1,0 +1,439 @@
+#include "check/BoardCheck.h"
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+
+#include "check/printable.h"
+#include "control/cmdConvert.h"
+#include "members/clsGroup.h"
+#include "members/clsMember.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "reader/TagScanning.h"
+#include "text/folding.h"
+#include "text/numbers.h"
+#include "text/split.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::u16string_view kPost = u"<!--Post: ";
+
+// The source around a place, as much as goes on a line.
+std::u16string WordsAround(std::u16string_view text, Position at) {
+    constexpr std::size_t kBefore = 30;
+    constexpr std::size_t kAll = 110;
+    const auto place = static_cast<std::size_t>(at) - 1;
+    const std::size_t from = place > kBefore ? place - kBefore : 0;
+    return Printable(text.substr(from, kAll));
+}
+
+std::int32_t LineOf(std::u16string_view text, Position at) {
+    return static_cast<std::int32_t>(std::ranges::count(Between(text, 1, at), u'\n')) + 1;
+}
+
+// The number of the post in which a place of a page stands.
+std::u16string PostAround(std::u16string_view page, Position at) {
+    const Position open = FindBackward(page, kPost, std::min(at + Length(kPost) - 1, Length(page)));
+    if (open == 0) return {};
+    const std::u16string number(LeadingDigits(From(page, open + Length(kPost))));
+    const Position close = Find(page, u"<!--/Post: " + number, open);
+    return close == 0 || close > at ? number : std::u16string();
+}
+
+// The words themselves are those of a translated text: where the source spells them otherwise, their
+// beginning has to do.
+Position PlaceOf(std::u16string_view text, Position from, std::u16string_view words) {
+    constexpr std::size_t kEnough = 12;
+    if (words.empty()) return from;
+    const std::less<> isBefore;
+    if (!isBefore(words.data(), text.data()) && isBefore(words.data(), text.data() + text.size())) {
+        return static_cast<Position>(words.data() - text.data()) + 1;
+    }
+    Position at = Find(text, words, from);
+    if (at == 0) at = Find(text, words.substr(0, kEnough), from);
+    return at == 0 ? from : at;
+}
+
+std::u16string FileKey(std::u16string_view path) {
+    return Folded(path);
+}
+
+// Whether what is to be told of a finding is the path of a file.
+bool IsPath(FindingKind kind) {
+    using enum FindingKind;
+    return kind == kMissingPage || kind == kHiddenPageLeftOut || kind == kMissingTopic ||
+           kind == kMissingAttachment || kind == kSurplusAttachment || kind == kNoMemberFile ||
+           kind == kNoCharacterFile;
+}
+
+Finding FindingOf(std::u16string file) {
+    Finding finding;
+    finding.page = std::move(file);
+    return finding;
+}
+
+bool IsNumber(std::u16string_view name) {
+    return !name.empty() && LeadingDigits(name).size() == name.size();
+}
+
+}  // namespace
+
+BoardCheck::BoardCheck(ConversionState& state) : state_(state), nodesInHand_(1), forumsInHand_(1) {
+    HookIn();
+}
+
+void BoardCheck::HookIn() {
+    listener_.Failed = [this](auto label, const auto& error) { TakeFailure(label, error); };
+    listener_.Noted = [this](const Remark& remark) { TakeRemark(remark); };
+    listener_.BoardRead = [this](auto path, auto text) {
+        boardPath_ = path;
+        boardText_ = text;
+    };
+    listener_.MayEnterPage = [this] { return MayEnterPage(); };
+    listener_.MustLeavePage = [this] { return MustLeavePage(); };
+    listener_.ForumMade = [this](auto name, bool isCategory, auto id) { TakeForum(name, isCategory, id); };
+    listener_.ForumIdOf = [this](auto name) { return ForumIdOf(name); };
+    listener_.PostDated = [this](auto time) { TakeTime(time); };
+    listener_.RowMade = [this](auto row) { TakeRow(row); };
+    listener_.SequenceMet = [this](auto sequence, bool isEntered) { TakeSequence(sequence, isEntered); };
+    listener_.FileTaken = [this](auto source, auto length) { TakeFile(source, length); };
+    state_.Check = &listener_;
+    // The members are let go behind this.
+    state_.ToolboxA.WaitEnded = [this] { CountMembers(); };
+}
+
+void BoardCheck::Run() {
+    state_.ShowMessage = [this](std::u16string_view text) {
+        if (!state_.Progress.SummaryShown) TakeMessage(text);
+    };
+    try {
+        cmdConvert_Click(state_);
+    } catch (...) {
+        TakeFailure(u"", CurrentError());
+    }
+    TakeUnknownSequences();
+    if (!IsCancelled()) FindUnreached();
+}
+
+void BoardCheck::TakeFailure(std::u16string_view label, const RunTimeError& error) {
+    if (IsInLoop()) return TakeLoop(label, error);
+    std::u16string_view words;
+    const FindingKind kind = KindOf(label, error, words);
+    TakeFailure(kind, label, error, words);
+}
+
+void BoardCheck::TakeFailure(FindingKind kind, std::u16string_view label, const RunTimeError& error,
+                             std::u16string_view words) {
+    if (firstEnd_ && findings_.IsFull(kind)) return TakeEnd(kind, {});
+    Finding finding = FindingAt(InHand(), words);
+    finding.label = ToText(error.number) + std::u16string(label);
+    finding.reason = error.description;
+    TakeEnd(kind, std::move(finding));
+}
+
+void BoardCheck::TakeMessage(std::u16string_view text) {
+    Finding finding;
+    finding.label = text;
+    TakeEnd(FindingKind::kMessage, std::move(finding));
+}
+
+void BoardCheck::TakeEnd(FindingKind kind, Finding finding) {
+    if (!firstEnd_) firstEnd_ = finding;
+    findings_.Add(kind, std::move(finding));
+}
+
+void BoardCheck::TakeRemark(const Remark& remark) {
+    if (IsInLoop()) return;
+    if (findings_.IsFull(remark.kind)) return findings_.Add(remark.kind, {}, remark.count);
+    const bool isEntry =
+        remark.kind == FindingKind::kMissingPage || remark.kind == FindingKind::kHiddenPageLeftOut;
+    Source source = isEntry ? Above() : InHand();
+    // A whole file that was just read, before anything in it is in hand.
+    if (remark.kind == FindingKind::kUndecodedCharacter) source = {std::u16string(remark.detail), {}, 1, 0};
+    Finding finding = FindingAt(source, remark.words);
+    if (remark.kind == FindingKind::kUndecodedCharacter) {
+        finding.words = Printable(remark.words.substr(0, 60));
+    } else {
+        finding.detail = Printable(IsPath(remark.kind) ? platform::WithNativeSeparators(remark.detail)
+                                                       : std::u16string(remark.detail));
+    }
+    findings_.Add(remark.kind, std::move(finding), remark.count);
+}
+
+BoardCheck::Source BoardCheck::InHand() {
+    const std::u16string& members =
+        ToolboxLibrary::FileExists(state_.UserFile) ? state_.UserFile : state_.UsersFile;
+    if (listener_.MemberLine > 0) return {members, {}, 1, listener_.MemberLine};
+    if (listener_.Member != nullptr) {
+        const auto line = listener_.LinesOfMembers.find(listener_.Member->ID);
+        // A poster who was no member has no line.
+        if (line == listener_.LinesOfMembers.end()) return {};
+        return {members, {}, 1, line->second};
+    }
+    const bool isPage = state_.Depth > 0 && static_cast<std::size_t>(state_.Depth) < state_.DataIndex.size();
+    if (!isPage) return {boardPath_, boardText_, 1, 0};
+    const DataIndexElement& page = CurrentIndex(state_);
+    Source source{page.PagePath, page.PageData, 1, 0};
+    const std::u16string_view section = listener_.Section;
+    if (section.empty()) return source;
+    if (section.data() == page.AnnouncementSection.data()) {
+        source.from = page.AnnouncementNext - Length(section);
+    } else {
+        source.from = PlaceOf(page.PageData, 1, section);
+    }
+    return source;
+}
+
+// The entry that leads to the page in hand, on the page above it or in the board file.
+BoardCheck::Source BoardCheck::Above() {
+    const DataIndexElement& page = CurrentIndex(state_);
+    if (state_.Depth == 1) {
+        const std::u16string entry = u"<!--Top: " + page.PageName;
+        return {boardPath_, boardText_, PlaceOf(boardText_, 1, entry), 0};
+    }
+    const DataIndexElement& above = state_.DataIndex[static_cast<std::size_t>(state_.Depth) - 1];
+    return {above.PagePath, above.PageData, above.TopNext - Length(above.TopSection), 0};
+}
+
+Finding BoardCheck::FindingAt(const Source& source, std::u16string_view words) {
+    Finding finding;
+    finding.page = source.path;
+    finding.line = source.line;
+    if (listener_.Member != nullptr) finding.words = Printable(listener_.Member->username);
+    const bool isWholeFile = words.empty() && source.from == 1;
+    if (source.text.empty() || isWholeFile) return finding;
+    finding.position = PlaceOf(source.text, source.from, words);
+    finding.line = LineOf(source.text, finding.position);
+    finding.words = WordsAround(source.text, finding.position);
+    finding.post = PostAround(source.text, finding.position);
+    return finding;
+}
+
+bool BoardCheck::MayEnterPage() {
+    if (IsInLoop() && state_.Depth > loopLevel_) return true;
+    loopLevel_ = 0;
+    const bool isNew = pagesRead_.insert(FileKey(CurrentIndex(state_).PagePath)).second;
+    if (!LeadsBack()) return isNew || !hasLoop_;
+    loopEntry_ = FindingAt(Above(), {});
+    if (hasLoop_) {
+        TakeEnd(FindingKind::kPageLoop, loopEntry_);
+        return false;
+    }
+    BeginLoop();
+    return true;
+}
+
+bool BoardCheck::LeadsBack() {
+    const std::u16string& path = CurrentIndex(state_).PagePath;
+    const auto isSame = [&path](const DataIndexElement& page) { return page.PagePath == path; };
+    return std::any_of(state_.DataIndex.begin(), state_.DataIndex.end() - 1, isSame);
+}
+
+void BoardCheck::BeginLoop() {
+    hasLoop_ = true;
+    isLoopOver_ = false;
+    loopLevel_ = state_.Depth;
+    countersBefore_ = {state_.ForumCounter, state_.ThreadCounter, state_.PostCounter,
+                       state_.AttachmentCounter, state_.AnnouncementCounter};
+}
+
+bool BoardCheck::MustLeavePage() {
+    if (!IsInLoop() || !isLoopOver_) return false;
+    if (state_.Depth > loopLevel_) return true;
+    state_.ForumCounter = countersBefore_.forums;
+    state_.ThreadCounter = countersBefore_.threads;
+    state_.PostCounter = countersBefore_.posts;
+    state_.AttachmentCounter = countersBefore_.attachments;
+    state_.AnnouncementCounter = countersBefore_.announcements;
+    loopLevel_ = 0;
+    return true;
+}
+
+// The failure at the deepest level, told at the entry where the loop begins.
+void BoardCheck::TakeLoop(std::u16string_view label, const RunTimeError& error) {
+    if (isLoopOver_ || error.number != kOutOfStackSpace) return;
+    isLoopOver_ = true;
+    loopEntry_.label = ToText(error.number) + std::u16string(label);
+    loopEntry_.reason = error.description;
+    TakeEnd(FindingKind::kPageLoop, loopEntry_);
+}
+
+void BoardCheck::TakeForum(std::u16string_view name, bool isCategory, std::int32_t forumId) {
+    if (IsInLoop()) return;
+    if (!isCategory) return TakePage(name, forumId);
+    nodesInHand_[0] = tally_.nodes.size();
+    tally_.nodes.push_back({Printable(name), {}, tally_.nodes.size()});
+}
+
+void BoardCheck::TakePage(std::u16string_view name, std::int32_t forumId) {
+    const auto depth = static_cast<std::size_t>(state_.Depth);
+    const DataIndexElement& page = CurrentIndex(state_);
+    ++tally_.pages;
+    nodesInHand_.resize(depth + 1);
+    forumsInHand_.resize(depth + 1);
+    nodesInHand_[depth] = tally_.nodes.size();
+    forumsInHand_[depth] = forumId;
+    const auto steps = Split(page.PagePath, u"\\");
+    const std::size_t count = steps.size();
+    std::u16string file(steps.back());
+    if (count > 1) file = std::u16string(steps[count - 2]) + u"/" + file;
+    tally_.nodes.push_back({Printable(name), Printable(file), nodesInHand_[depth - 1]});
+    NoteNamedFiles(page.PageData);
+}
+
+BoardNode* BoardCheck::NodeInHand() {
+    const auto depth = static_cast<std::size_t>(state_.Depth);
+    return depth < nodesInHand_.size() && !tally_.nodes.empty() ? &tally_.nodes[nodesInHand_[depth]]
+                                                                : nullptr;
+}
+
+// A run looks the forum of the page in hand up by its name, and ends when it has none; another page may have
+// taken the name over in between.
+std::int32_t BoardCheck::ForumIdOf(std::u16string_view name) {
+    const std::int32_t* const found = state_.ForumIdsByName.Find(name);
+    const auto depth = static_cast<std::size_t>(state_.Depth);
+    if (found == nullptr) {
+        const std::u16string label =
+            depth == 0 ? u" - DiscusProcessDiscusMainBoardFile() - " + boardPath_
+                       : u" - DiscusProcessBoardTopics() - " + CurrentIndex(state_).PagePath;
+        TakeFailure(FindingKind::kForumName, label, {kInvalidCall, u"Invalid procedure call or argument"},
+                    name);
+        state_.ForumIdsByName.Add(name, state_.ForumCounter);
+        return state_.ForumCounter;
+    }
+    const bool isPage = depth > 0 && depth < forumsInHand_.size();
+    if (isPage && !hasLoop_ && *found != forumsInHand_[depth]) {
+        TakeRemark({FindingKind::kOtherForum, {}, name});
+    }
+    return *found;
+}
+
+void BoardCheck::TakeTime(std::int32_t time) {
+    const auto day =
+        std::chrono::floor<std::chrono::days>(std::chrono::sys_seconds(std::chrono::seconds(time)));
+    ++tally_.posts;
+    if (BoardNode* const node = NodeInHand()) ++node->posts;
+    ++tally_.postsByYear[static_cast<int>(std::chrono::year_month_day(day).year())];
+}
+
+void BoardCheck::TakeRow(std::u16string_view row) {
+    if (IsInLoop()) return;
+    if (!charset_) charset_.emplace(state_.Charset);
+    const std::u16string_view first = charset_->FirstLacked(row);
+    if (first.empty()) return;
+    std::int64_t count = 0;
+    for (auto lacked = first; !lacked.empty();) {
+        ++count;
+        lacked =
+            charset_->FirstLacked(row, static_cast<std::size_t>(lacked.data() - row.data()) + lacked.size());
+    }
+    TakeRemark({FindingKind::kLackedCharacter, std::u16string(first), first, count});
+}
+
+void BoardCheck::TakeSequence(std::u16string_view sequence, bool isEntered) {
+    if (IsInLoop() || (!isEntered && unknown_.empty())) return;
+    std::u16string key = Folded(sequence);
+    if (!isEntered) {
+        const auto known = unknown_.find(key);
+        if (known != unknown_.end()) ++known->second.count;
+        return;
+    }
+    UnknownSequence& unknown = unknown_[std::move(key)];
+    unknown.text = Printable(sequence);
+    unknown.first.page = InHand().path;
+}
+
+void BoardCheck::TakeFile(std::u16string_view source, std::int64_t length) {
+    if (IsInLoop()) return;
+    ++tally_.attachments;
+    tally_.attachmentBytes += length;
+    if (BoardNode* const node = NodeInHand()) ++node->files;
+    // A page's rows are written with its posts: for a file of an announcement there is none any more.
+    if (!StandsAt(listener_.Section, 1, kPost)) TakeRemark({FindingKind::kSurplusAttachment, {}, source});
+}
+
+// The uploads that a page names in any address.
+void BoardCheck::NoteNamedFiles(std::u16string_view page) {
+    constexpr std::u16string_view kEnds = u"\"'<> ?#\r\n\t";
+    for (const std::u16string_view folder : {u"/messages/", u"/secure/"}) {
+        for (Position at = Find(page, folder); at != 0; at = Find(page, folder, at + 1)) {
+            const auto from = static_cast<std::size_t>(at + Length(folder)) - 1;
+            const std::size_t end = std::min(page.find_first_of(kEnds, from), page.size());
+            const std::u16string_view name = page.substr(from, end - from);
+            if (!Contains(name, u".html")) filesNamed_.insert(FileKey(name));
+        }
+    }
+}
+
+void BoardCheck::CountMembers() {
+    tally_.members = state_.MembersById.Count();
+    tally_.groups = state_.GroupsByName.Count();
+}
+
+void BoardCheck::FindUnreached() {
+    for (const std::u16string& messageFolder :
+         {state_.DiscusMessageFolder, state_.DiscusSecureMessageFolder}) {
+        if (!platform::FolderExists(messageFolder)) continue;
+        for (const std::u16string& folder : platform::Subfolders(messageFolder)) {
+            if (IsNumber(folder)) FindUnreached(messageFolder, folder);
+        }
+    }
+}
+
+void BoardCheck::FindUnreached(std::u16string_view messageFolder, std::u16string_view folder) {
+    const std::u16string path = ToolboxLibrary::AddBackslash(messageFolder) + std::u16string(folder);
+    for (const std::u16string& file : platform::Files(path)) {
+        const std::u16string whole = path + u"\\" + file;
+        const std::u16string_view stem = std::u16string_view(file).substr(0, file.rfind(u'.'));
+        const bool isPage = IsNumber(stem) && EqualIgnoringCase(file.substr(stem.size()), u".html");
+        if (isPage) {
+            if (!pagesRead_.contains(FileKey(whole)))
+                findings_.Add(FindingKind::kUnreachedPage, FindingOf(whole));
+        } else if (!filesNamed_.contains(FileKey(std::u16string(folder) + u"/" + file))) {
+            findings_.Add(FindingKind::kUnusedFile, FindingOf(whole));
+        }
+    }
+}
+
+void BoardCheck::TakeUnknownSequences() {
+    for (auto& [key, unknown] : unknown_) {
+        unknown.first.detail = unknown.text;
+        findings_.Add(FindingKind::kUnknownSequence, std::move(unknown.first), unknown.count);
+    }
+}
+
+void CopyFields(const ConversionState& from, ConversionState& to) {
+    using TextMember = TextField ConversionState::*;
+    constexpr TextMember kFields[] = {
+        &ConversionState::txtDiscusRootFolder,
+        &ConversionState::txtDiscusMessageFolder,
+        &ConversionState::txtDiscusSecureMessageFolder,
+        &ConversionState::txtDiscusMainFolder,
+        &ConversionState::txtmybbOutputFolder,
+        &ConversionState::txtmybbAttachmentsFolder,
+        &ConversionState::txtDiscusWebsite,
+        &ConversionState::txtmybbForumAddr,
+        &ConversionState::txtDefaultAdmin,
+        &ConversionState::txtDefaultUsers,
+        &ConversionState::txtDefaultGroups,
+        &ConversionState::txtSplitMBSize,
+        &ConversionState::cboCharset,
+    };
+    for (const TextMember field : kFields) (to.*field).Text = (from.*field).Text;
+    to.optCreateRedirectionFiles = from.optCreateRedirectionFiles;
+    to.optFindDiscusSpecialCharacters = from.optFindDiscusSpecialCharacters;
+    to.optCreateAttachments = from.optCreateAttachments;
+    to.optCreateHiddenTopics = from.optCreateHiddenTopics;
+    to.Charset = from.Charset;
+    to.DefaultGroupCount = from.DefaultGroupCount;
+    to.DefaultUserCount = from.DefaultUserCount;
+    to.ProgramFolder = from.ProgramFolder;
+    to.ProgramName = from.ProgramName;
+    to.SettingsFile = from.SettingsFile;
+    to.IniFile = from.IniFile;
+}
+
+}  // namespace tessaly

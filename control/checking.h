@@ -1,0 +1,141 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <unordered_map>
+
+#include "control/RoutineHandler.h"
+#include "control/modDefinitions.h"
+
+namespace tessaly {
+
+struct clsMember;
+
+// What a check of a board finds, the kinds that end a run first, then those that lose something, then what is
+// worth knowing.
+enum class FindingKind {
+    kFontTags,
+    kPostTime,
+    kPostTag,
+    kImageQuotes,
+    kAttachmentAddress,
+    kWebsite,
+    kLinkAddress,
+    kSubtopicLink,
+    kRedirectPath,
+    kForumName,
+    kPageLoop,
+    kMemberFields,
+    kMemberNumber,
+    kGroupName,
+    kMemberAddress,
+    kFileNotRead,
+    kCharset,
+    kCharacterFile,
+    kMessage,
+    kOtherFailure,
+
+    kPostsBehindUnclosed,
+    kPostWithoutText,
+    kNoSubject,
+    kMissingPage,
+    kUnreachedPage,
+    kTouchingSection,
+    kForumsNotWritten,
+    kOtherThread,
+    kOtherForum,
+    kFurtherImage,
+    kImageElsewhere,
+    kLinkElsewhere,
+    kSkippedLink,
+    kScriptLink,
+    kUnclosedLink,
+    kFileTakenForTopic,
+    kMissingAttachment,
+    kAttachmentElsewhere,
+    kNoAttachment,
+    kSurplusAttachment,
+    kInheritedGroup,
+    kFurtherGroups,
+    kUndecodedCharacter,
+    kLackedCharacter,
+
+    kUnknownSequence,
+    kForumNameTwice,
+    kHiddenPageLeftOut,
+    kMissingTopic,
+    kMemberRenamed,
+    kUnknownPoster,
+    kNoMemberFile,
+    kNoCharacterFile,
+    kUnusedFile,
+};
+
+// What a run would lose at some place: the words of the source that stand there, as far as they are at hand,
+// what is to be told of them, and how many things of the kind it is.
+struct Remark {
+    FindingKind kind;
+    std::u16string_view words;
+    std::u16string_view detail;
+    std::int64_t count = 1;
+};
+
+// Who listens while a check plays a run; a run itself has no listener. With one the routines write nothing,
+// and go on behind what would end the run.
+struct CheckListener {
+    std::function<void(std::u16string_view label, const RunTimeError& error)> Failed;
+    std::function<void(const Remark& remark)> Noted;
+    std::function<void(std::u16string_view path, std::u16string_view text)> BoardRead;
+    // The page in hand has been found. False when it has been looked at enough.
+    std::function<bool()> MayEnterPage;
+    // Whether the rest of the page in hand is to be left.
+    std::function<bool()> MustLeavePage;
+    std::function<void(std::u16string_view name, bool isCategory, std::int32_t forumId)> ForumMade;
+    // The forum that a name stands for, also one that a run would not find.
+    std::function<std::int32_t(std::u16string_view name)> ForumIdOf;
+    std::function<void(std::int32_t time)> PostDated;
+    std::function<void(std::u16string_view row)> RowMade;
+    // A sequence "&...;" of a source file: one that no file of characters knows, when it is entered as such,
+    // and every one that is met, known or not.
+    std::function<void(std::u16string_view sequence, bool isEntered)> SequenceMet;
+    std::function<void(std::u16string_view source, std::int64_t length)> FileTaken;
+
+    // What is in hand. The views are good as long as the routine that set them runs.
+    std::u16string_view Section;  // a post or an announcement
+    std::int32_t MemberLine = 0;  // of the member file, from 1
+    const clsMember* Member = nullptr;
+    std::unordered_map<std::int32_t, std::int32_t> LinesOfMembers;  // by member number
+};
+
+inline bool IsCheck(const ConversionState& state) {
+    return state.Check != nullptr;
+}
+
+inline void Note(const ConversionState& state, FindingKind kind, std::u16string_view words = {},
+                 std::u16string_view detail = {}, std::int64_t count = 1) {
+    if (IsCheck(state)) state.Check->Noted({kind, words, detail, count});
+}
+
+// One step of a routine's loop. Its failure ends a run through the routine's handler; a check takes it down
+// and goes on with the next step.
+template <typename Step>
+void GoingOnInCheck(ConversionState& state, std::u16string_view label, Step&& step) {
+    if (!IsCheck(state)) return step();
+    try {
+        step();
+    } catch (...) {
+        RoutineHandler(state, label, CurrentError());
+    }
+}
+
+// The same for a step that works on a post or an announcement.
+template <typename Step>
+void InSection(ConversionState& state, std::u16string_view label, std::u16string_view section, Step&& step) {
+    if (!IsCheck(state)) return step();
+    state.Check->Section = section;
+    GoingOnInCheck(state, label, step);
+    state.Check->Section = {};
+}
+
+}  // namespace tessaly
