@@ -69,6 +69,14 @@ bool IsPath(FindingKind kind) {
            kind == kNoCharacterFile;
 }
 
+// Of posts that are left out, each of those that follow counts.
+std::int64_t CountOf(const Remark& remark) {
+    if (remark.kind != FindingKind::kPostsBehindUnclosed) return remark.count;
+    std::int64_t posts = 0;
+    for (Position at = Find(remark.words, kPost); at != 0; at = Find(remark.words, kPost, at + 1)) ++posts;
+    return posts;
+}
+
 Finding FindingOf(std::u16string file) {
     Finding finding;
     finding.page = std::move(file);
@@ -147,7 +155,8 @@ void BoardCheck::TakeEnd(FindingKind kind, Finding finding) {
 
 void BoardCheck::TakeRemark(const Remark& remark) {
     if (IsInLoop()) return;
-    if (findings_.IsFull(remark.kind)) return findings_.Add(remark.kind, {}, remark.count);
+    const std::int64_t count = CountOf(remark);
+    if (findings_.IsFull(remark.kind)) return findings_.Add(remark.kind, {}, count);
     const bool isEntry =
         remark.kind == FindingKind::kMissingPage || remark.kind == FindingKind::kHiddenPageLeftOut;
     Source source = isEntry ? Above() : InHand();
@@ -160,7 +169,7 @@ void BoardCheck::TakeRemark(const Remark& remark) {
         finding.detail = Printable(IsPath(remark.kind) ? platform::WithNativeSeparators(remark.detail)
                                                        : std::u16string(remark.detail));
     }
-    findings_.Add(remark.kind, std::move(finding), remark.count);
+    findings_.Add(remark.kind, std::move(finding), count);
 }
 
 BoardCheck::Source BoardCheck::InHand() {
@@ -423,6 +432,7 @@ void CopyFields(const ConversionState& from, ConversionState& to) {
         &ConversionState::cboCharset,
     };
     for (const TextMember field : kFields) (to.*field).Text = (from.*field).Text;
+    to.chkCreateHiddenTopics.Value = from.chkCreateHiddenTopics.Value;
     to.optCreateRedirectionFiles = from.optCreateRedirectionFiles;
     to.optFindDiscusSpecialCharacters = from.optFindDiscusSpecialCharacters;
     to.optCreateAttachments = from.optCreateAttachments;

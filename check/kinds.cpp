@@ -70,7 +70,7 @@ constexpr KindTexts kKinds[] = {
      u"The run ends here with this failure.",
      u"Look at the place, and simplify what stands there."},
 
-    {kPostsBehindUnclosed, kLoses, u"posts-behind-unclosed", u"Posts behind one that is not closed",
+    {kPostsBehindUnclosed, kLoses, u"posts-behind-unclosed", u"Posts that are not closed, and those behind them",
      u"The run leaves out this post and all that follow on the page.",
      u"Put <!--/Post: number--> behind the post, with just the number of its opening tag."},
     {kPostWithoutText, kLoses, u"post-without-text", u"Posts without a text",

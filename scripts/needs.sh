@@ -10,6 +10,7 @@ packages_for() {
     pictures) echo xvfb xauth openbox imagemagick xdotool python3 ;;
     manual) echo cmark-gfm weasyprint fonts-dejavu-core fonts-dejavu-extra ;;
     icons) echo librsvg2-bin icoutils ;;
+    browser) echo chromium chromium-driver python3-selenium ;;
     database) echo mariadb-server-core mariadb-client-core ;;
     bench) echo libbenchmark-dev ;;
     checks) echo clang clang-format-14 clang-tidy cppcheck ;;

@@ -59,7 +59,8 @@ TEST(Losses, PostsBehindOneThatIsNotClosedAreToldAtItsPlace) {
     const OnePage board(Post(5, "Anna", "1043846797", "Hello") +
                         "<!--Post: 6--><!--Time: 1043846798--><!--Text-->x<!--/Text--><!--/Post: 60-->\n" +
                         Post(7, "Anna", "1043846799", "Bye"));
-    ASSERT_EQ(board.CountOf(kPostsBehindUnclosed), 1);
+    EXPECT_EQ(board.CountOf(kPostsBehindUnclosed), 2);
+    ASSERT_EQ(board.Of(kPostsBehindUnclosed).size(), 1u);
     EXPECT_EQ(board.Of(kPostsBehindUnclosed).front().post, u"6");
     // Four lines of the head and four of the first post stand before it.
     EXPECT_EQ(board.Of(kPostsBehindUnclosed).front().line, 9);
