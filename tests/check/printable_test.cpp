@@ -6,7 +6,7 @@ namespace tessaly {
 namespace {
 
 TEST(Printable, MakesOneLine) {
-    EXPECT_EQ(Printable(u"  a \t\r\n b  "), u" a b");
+    EXPECT_EQ(Printable(u"  a \t\r\n b  "), u"a b");
     EXPECT_EQ(Printable(u"\r\n"), u"");
     EXPECT_EQ(Printable(u""), u"");
 }
