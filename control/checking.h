@@ -112,8 +112,8 @@ inline bool IsCheck(const ConversionState& state) {
     return state.Check != nullptr;
 }
 
-inline void Note(const ConversionState& state, FindingKind kind, std::u16string_view words = {},
-                 std::u16string_view detail = {}, std::int64_t count = 1) {
+inline void NoteFinding(const ConversionState& state, FindingKind kind, std::u16string_view words = {},
+                        std::u16string_view detail = {}, std::int64_t count = 1) {
     if (IsCheck(state)) state.Check->Noted({kind, words, detail, count});
 }
 

@@ -46,13 +46,13 @@ std::shared_ptr<clsMember> MakeMember(const ConversionState& state, const Fields
 void EnterMember(ConversionState& state, const std::shared_ptr<clsMember>& member) {
     const std::u16string number = ToText(member->ID);
     if (IgnoringErrors([&] { state.RealNames.Add(member->RealName, member->RealName); }) != kNoError) {
-        Note(state, FindingKind::kMemberRenamed, {},
-             member->RealName + u" becomes " + member->RealName + u" " + number);
+        NoteFinding(state, FindingKind::kMemberRenamed, {},
+                    member->RealName + u" becomes " + member->RealName + u" " + number);
         member->RealName += u" " + number;
     }
     if (IgnoringErrors([&] { state.MembersByUserName.Add(member->username, member); }) != kNoError) {
-        Note(state, FindingKind::kMemberRenamed, {},
-             member->username + u" becomes " + member->username + u"_" + number);
+        NoteFinding(state, FindingKind::kMemberRenamed, {},
+                    member->username + u" becomes " + member->username + u"_" + number);
         member->username += u"_" + number;
         IgnoringErrors([&] { state.MembersByUserName.Add(member->username, member); });
     }
@@ -66,7 +66,7 @@ std::u16string ReadMemberFile(ConversionState& state) {
     DisplayInfo(state, u"Processing Discus Member File, Please wait...\r\n", true, true, false);
     std::u16string text;
     if (!ToolboxLibrary::FileExists(path)) {
-        Note(state, FindingKind::kNoMemberFile, {}, path);
+        NoteFinding(state, FindingKind::kNoMemberFile, {}, path);
         return text;
     }
     GetFileDataCharset(state, path, text, u"utf-8", true);

@@ -27,7 +27,7 @@ struct Carried {
 // The first group found. A member without groups keeps the group of the member before.
 void TakePrimaryGroup(ConversionState& state, const clsMember& member, Carried& carried) {
     if (member.Groups.empty()) {
-        if (carried.primaryGroup != 0) Note(state, FindingKind::kInheritedGroup);
+        if (carried.primaryGroup != 0) NoteFinding(state, FindingKind::kInheritedGroup);
         return;
     }
     carried.primaryGroup = 0;
@@ -37,7 +37,7 @@ void TakePrimaryGroup(ConversionState& state, const clsMember& member, Carried& 
         if (carried.primaryGroup == 0) {
             carried.primaryGroup = group;
         } else {
-            Note(state, FindingKind::kFurtherGroups, {}, name);
+            NoteFinding(state, FindingKind::kFurtherGroups, {}, name);
         }
     }
 }

@@ -49,7 +49,7 @@ void ReadCharacterLine(ConversionState& state, std::u16string_view line) {
 }
 
 void Report(ConversionState& state, std::u16string_view trouble, const std::u16string& path) {
-    Note(state, FindingKind::kNoCharacterFile, {}, path);
+    NoteFinding(state, FindingKind::kNoCharacterFile, {}, path);
     DisplayInfo(state, std::u16string(trouble) + path + u"\r\nContinuing without it...\r\n", true, true,
                 true);
 }

@@ -34,7 +34,7 @@ std::u16string_view TopNumberOf(std::u16string_view topSection) {
 void NoteTouching(const ConversionState& state, std::u16string_view text, Position next,
                   std::u16string_view marker) {
     if (IsCheck(state) && StandsAt(text, next, marker)) {
-        Note(state, FindingKind::kTouchingSection, From(text, next));
+        NoteFinding(state, FindingKind::kTouchingSection, From(text, next));
     }
 }
 
@@ -66,7 +66,7 @@ bool ProcessCategories(ConversionState& state, std::u16string_view text) {
             ExtractTagSection(state, text, kCategory, u"<!--/Category-->", start, next);
         if (section.empty()) return true;
         if (next > Length(text) || next < 0) {
-            Note(state, FindingKind::kForumsNotWritten, From(text, start));
+            NoteFinding(state, FindingKind::kForumsNotWritten, From(text, start));
             return false;
         }
         const std::u16string name = EscapeField(

@@ -76,8 +76,8 @@ void MakePaths(ConversionState& state, bool pageNameIsPath) {
 }
 
 void NoteLeftOut(ConversionState& state, bool isHidden) {
-    Note(state, isHidden ? FindingKind::kHiddenPageLeftOut : FindingKind::kMissingPage, {},
-         CurrentIndex(state).PagePath);
+    NoteFinding(state, isHidden ? FindingKind::kHiddenPageLeftOut : FindingKind::kMissingPage, {},
+                CurrentIndex(state).PagePath);
 }
 
 // Settles on the public page or, when the option allows, on the one in the secure folder. False when neither
@@ -183,7 +183,7 @@ std::u16string LinkOf(ConversionState& state, std::u16string_view topSection) {
 void ProcessTop(ConversionState& state, std::u16string_view categoryName) {
     DataIndexElement& page = CurrentIndex(state);
     if (page.PageSubject.empty()) {
-        Note(state, FindingKind::kNoSubject, page.TopSection);
+        NoteFinding(state, FindingKind::kNoSubject, page.TopSection);
         return Tell(state, u"\r\nEncountered Topic with no Subject on - " + page.PagePath + u"\r\n");
     }
     std::u16string fileName;
@@ -201,10 +201,10 @@ void ProcessTop(ConversionState& state, std::u16string_view categoryName) {
 // The posts carry the number that the page's thread would have had when the page was entered.
 void NoteOtherThread(const ConversionState& state, const DataIndexElement& page) {
     if (!IsCheck(state) || state.ThreadCounter == page.ThreadBase + 1) return;
-    Note(state, FindingKind::kOtherThread, {},
-         u"tid " + ToText(page.ThreadBase + 1) + u" in the posts, " + ToText(state.ThreadCounter) +
-             u" in the row of their thread",
-         page.LastPostId - page.FirstPostId + 1);
+    NoteFinding(state, FindingKind::kOtherThread, {},
+                u"tid " + ToText(page.ThreadBase + 1) + u" in the posts, " + ToText(state.ThreadCounter) +
+                    u" in the row of their thread",
+                page.LastPostId - page.FirstPostId + 1);
 }
 
 // All posts of the page at once; no further Post section is looked for behind it.

@@ -128,7 +128,7 @@ void ReportMissingPage(ConversionState& state, const Target& target) {
     const auto folders = SourceFolders(state);
     if (ToolboxLibrary::FileExistsWithin(first, folders)) return;
     if (ToolboxLibrary::FileExistsWithin(second, folders)) return;
-    Note(state, FindingKind::kMissingTopic, target.number, first);
+    NoteFinding(state, FindingKind::kMissingTopic, target.number, first);
     DisplayInfo(state,
                 u"Message linked file does not exist (mybb Rec# " + ToText(state.PostCounter) + u") - " +
                     first + u"\r\n      nor does " + second + u"\r\n",
@@ -168,7 +168,7 @@ bool IsLocal(std::u16string_view link) {
 void NoteSkipped(const ConversionState& state, std::u16string_view skipped) {
     if (!IsCheck(state)) return;
     for (Position at = Find(skipped, kLink); at != 0; at = Find(skipped, kLink, at + 1)) {
-        Note(state, FindingKind::kSkippedLink, From(skipped, at));
+        NoteFinding(state, FindingKind::kSkippedLink, From(skipped, at));
     }
 }
 
@@ -182,7 +182,7 @@ void FollowLink(ConversionState& state, std::u16string& body, std::u16string lin
     const std::u16string bbcode = BBCodeLink(state, address, link);
     const Target target = TargetOf(address);
     if (target.number.empty()) return TakeLinkedFile(state, body, address);
-    if (!Contains(address, u".html")) Note(state, FindingKind::kFileTakenForTopic, address, address);
+    if (!Contains(address, u".html")) NoteFinding(state, FindingKind::kFileTakenForTopic, address, address);
     replacement = TopicLink(state, bbcode, place, target);
 }
 
@@ -198,12 +198,12 @@ std::u16string DiscusProcessLinks(ConversionState& state, std::u16string& body, 
     while (true) {
         const std::u16string link(working.NextLink(state));
         if (link.empty()) {
-            if (working.EndsInLink()) Note(state, FindingKind::kUnclosedLink, kLink);
+            if (working.EndsInLink()) NoteFinding(state, FindingKind::kUnclosedLink, kLink);
             return std::move(working).Whole();
         }
-        if (IsScript(link)) Note(state, FindingKind::kScriptLink, link);
+        if (IsScript(link)) NoteFinding(state, FindingKind::kScriptLink, link);
         if (!IsScript(link) && !IsLocal(link)) {
-            Note(state, FindingKind::kLinkElsewhere, link);
+            NoteFinding(state, FindingKind::kLinkElsewhere, link);
             working.Skip();
             state.ToolboxA.KeepResponsive();
             continue;

@@ -56,19 +56,19 @@ std::u16string UploadPath(std::u16string_view messageFolder, std::u16string_view
 // leads to none.
 std::u16string SourceOf(ConversionState& state, const std::u16string& address) {
     if (IsPageAddress(address)) {
-        Note(state, FindingKind::kNoAttachment, LastStep(address), address);
+        NoteFinding(state, FindingKind::kNoAttachment, LastStep(address), address);
         Report(state, u"Attachment is not a valid type - " + address);
         return {};
     }
     const auto parts = Split(address, u"\\");
     const auto siteParts = Split(state.DiscusWebsite, u"/");
     if (!EqualIgnoringCase(Element(parts, 2), Element(siteParts, 2))) {
-        Note(state, FindingKind::kAttachmentElsewhere, LastStep(address), address);
+        NoteFinding(state, FindingKind::kAttachmentElsewhere, LastStep(address), address);
         return {};
     }
     const std::u16string_view fileName = Element(parts, parts.size() - 1);
     if (fileName.empty()) {
-        Note(state, FindingKind::kNoAttachment, {}, address);
+        NoteFinding(state, FindingKind::kNoAttachment, {}, address);
         Report(state, u"Attachment is not a valid file - " + address);
         return {};
     }
@@ -80,7 +80,7 @@ std::u16string SourceOf(ConversionState& state, const std::u16string& address) {
     const auto folders = SourceFolders(state);
     if (ToolboxLibrary::FileExistsWithin(first, folders)) return first;
     if (ToolboxLibrary::FileExistsWithin(second, folders)) return second;
-    Note(state, FindingKind::kMissingAttachment, fileName, first);
+    NoteFinding(state, FindingKind::kMissingAttachment, fileName, first);
     Report(state, u"Attachment File Does Not Exist (mybb #Rec " + ToText(state.PostCounter) + u") - " +
                       first + u"\r\n   nor does " + second + u" - Original - " + address);
     return {};

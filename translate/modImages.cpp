@@ -39,7 +39,7 @@ void NoteLostImages(const ConversionState& state, std::u16string_view text) {
         const Position end = Find(text, u">", at);
         if (end == 0) return;
         const std::u16string_view tag = Between(text, at, end + 1);
-        Note(state, IsLocal(tag) ? FindingKind::kFurtherImage : FindingKind::kImageElsewhere, tag);
+        NoteFinding(state, IsLocal(tag) ? FindingKind::kFurtherImage : FindingKind::kImageElsewhere, tag);
     }
 }
 

@@ -56,7 +56,7 @@ std::u16string NameOf(ConversionState& state, std::u16string_view section) {
 Poster AddPoster(ConversionState& state, const PageOfPosts& page, std::u16string name) {
     Tell(state, u"\r\n\r\n" + page.indent +
                     u"***** Posters User Name / Real Name Not Found - Adding ***** - " + name + u"\r\n");
-    Note(state, FindingKind::kUnknownPoster, u"<!--name-->", name);
+    NoteFinding(state, FindingKind::kUnknownPoster, u"<!--name-->", name);
     std::vector<std::u16string_view> fields(11);
     fields[0] = name;
     const std::int32_t number = DiscusAddMember(state, fields);
@@ -102,7 +102,7 @@ std::int32_t TimeOf(ConversionState& state, std::u16string_view section) {
 std::u16string TranslateBody(ConversionState& state, std::u16string_view section, const Poster& poster,
                              std::int32_t forumId) {
     std::u16string body(FirstTagSection(state, section, u"<!--Text-->", u"<!--/Text-->"));
-    if (body.empty()) Note(state, FindingKind::kPostWithoutText, section);
+    if (body.empty()) NoteFinding(state, FindingKind::kPostWithoutText, section);
     state.PostCounter = Add(state.PostCounter, 1);
     ProcessAttachments(state, body, poster.number);
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, forumId);
@@ -168,7 +168,7 @@ void ReadPosts(ConversionState& state, PageOfPosts& page, std::u16string_view pa
         if (open == 0) return;
         GetPostTags(open, pageData, openTag, closeTag);
         const Position close = Find(pageData, closeTag, open);
-        if (close == 0) return Note(state, FindingKind::kPostsBehindUnclosed, From(pageData, open));
+        if (close == 0) return NoteFinding(state, FindingKind::kPostsBehindUnclosed, From(pageData, open));
         position = close + Length(closeTag);
         const std::u16string_view section = Between(pageData, open, position);
         InSection(state, u" - DiscusProcessPostsOnPage()", section,
@@ -194,8 +194,8 @@ void WriteRow(ConversionState& state, std::int32_t position, std::int32_t writeC
 void NoteSurplus(const ConversionState& state, std::int32_t posts) {
     const std::int32_t files = state.PageAttachmentRows.Count();
     if (files <= posts) return;
-    Note(state, FindingKind::kSurplusAttachment, {},
-         ToText(files) + u" files in " + ToText(posts) + u" posts of the page", files - posts);
+    NoteFinding(state, FindingKind::kSurplusAttachment, {},
+                ToText(files) + u" files in " + ToText(posts) + u" posts of the page", files - posts);
 }
 
 // The first poster is the one of the newest post and the last poster the one of the oldest, in both orders.
