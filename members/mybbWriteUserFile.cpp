@@ -106,7 +106,10 @@ void mybbWriteUserFile(ConversionState& state) try {
     bool isAdministrator = true;
     for (const auto& [number, member] : state.MembersById) {
         if (IsCheck(state)) state.Check->Member = member.get();
-        if (!isAdministrator) GoingOnInCheck(state, kLabel, [&] { WriteRow(state, *member, carried); });
+        if (!isAdministrator) {
+            GoingOnInCheck(state, kLabel,
+                           [&state, &carried, &written = *member] { WriteRow(state, written, carried); });
+        }
         isAdministrator = false;
         state.ToolboxA.KeepResponsive();
     }
