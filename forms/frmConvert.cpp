@@ -18,6 +18,7 @@
 
 #include "control/Settings.h"
 #include "control/cmdConvert.h"
+#include "forms/CheckBoard.h"
 #include "forms/MessageBox.h"
 #include "forms/ProgressArea.h"
 #include "forms/binding.h"
@@ -110,6 +111,9 @@ bool frmConvert::Load() {
 void frmConvert::BuildMenu() {
     QMenu* const mnuFile = menuBar()->addMenu(QStringLiteral("&File"));
     mnuFile->setObjectName(QStringLiteral("mnuFile"));
+    QAction* const mnuCheck = mnuFile->addAction(QStringLiteral("&Check board\u2026"));
+    mnuCheck->setObjectName(QStringLiteral("mnuCheck"));
+    connect(mnuCheck, &QAction::triggered, this, [this] { Check(); });
     QAction* const mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
     mnuExit->setObjectName(QStringLiteral("mnuExit"));
     QAction* const mnuOptions = menuBar()->addAction(QStringLiteral("&Options"));
@@ -379,8 +383,22 @@ void frmConvert::Click(QWidget* clicked, const QString& doing, const std::functi
 
 void frmConvert::Convert() {
     status_->Begin();
+    isConverting_ = true;
     cmdConvert_Click(state_);
+    isConverting_ = false;
     status_->End();
+}
+
+// Not beside a run, whose fields are in use.
+void frmConvert::Check() {
+    if (isConverting_) return;
+    handlers_.Run(QStringLiteral("checking the board"), [this] {
+        constexpr int kMilliseconds = 15000;
+        const QString report = CheckBoard(this, state_);
+        if (report.isEmpty()) return;
+        statusBar()->showMessage(
+            QStringLiteral("The report of the check is ") + QDir::toNativeSeparators(report), kMilliseconds);
+    });
 }
 
 void frmConvert::Exit() {

@@ -55,6 +55,7 @@ class frmConvert : public QMainWindow {
     bool CheckLeftFields();
     void Click(QWidget* clicked, const QString& doing, const std::function<void()>& handler);
     void Convert();
+    void Check();
     void Exit();
     void ShowOptions();
     void OpenManual() const;
@@ -74,6 +75,7 @@ class frmConvert : public QMainWindow {
     bool isChecking_ = false;
     bool isGivingFocusBack_ = false;
     bool isClosed_ = false;
+    bool isConverting_ = false;
     int boxesShown_ = 0;
 };
 
