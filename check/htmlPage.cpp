@@ -44,7 +44,7 @@ figure rect { fill: var(--bar); } figure text { fill: var(--ink); font-size: 12p
 figure line { stroke: var(--line); }
 .filter { display: flex; flex-wrap: wrap; gap: .5rem 1rem; align-items: center; background: var(--card);
           border: 1px solid var(--line); border-radius: .5rem; padding: .7rem .9rem; margin-bottom: .9rem; }
-.filter input[type=search] { flex: 1 1 14rem; min-width: 8rem; font: inherit; padding: .35rem .6rem; color: inherit;
+.filter input[type=search] { flex: 1 1 19rem; min-width: 8rem; font: inherit; padding: .35rem .6rem; color: inherit;
           background: var(--paper); border: 1px solid var(--faint); border-radius: .35rem; }
 .filter label { white-space: nowrap; }
 details.kind { background: var(--card); border: 1px solid var(--line); border-radius: .5rem; margin: .5rem 0; }
@@ -107,7 +107,7 @@ const std::string_view kReportScript = R"page(
       if (!kind.hidden) shown += inKind;
       if (wanted !== "" && !kind.hidden) kind.open = true;
     }
-    status.textContent = shown === 1 ? "1 finding shown" : shown + " findings shown";
+    status.textContent = shown === 1 ? "1 place shown" : shown + " places shown";
   }
 
   words.addEventListener("input", filter);

@@ -263,51 +263,68 @@ std::string Counts(const Subtree& subtree) {
     return " <span class=\"faint\">" + text + "</span>";
 }
 
+// The first so many nodes, those nearest to the top before all others.
+std::vector<bool> ShownOf(const std::vector<BoardNode>& nodes) {
+    constexpr std::size_t kMostShown = 2000;
+    constexpr std::size_t kDeepest = 40;
+    std::vector<std::vector<std::size_t>> levels;
+    std::vector<std::size_t> depths(nodes.size());
+    for (std::size_t at = 0; at < nodes.size(); ++at) {
+        if (nodes[at].parent != at) depths[at] = depths[nodes[at].parent] + 1;
+        levels.resize(std::max(levels.size(), depths[at] + 1));
+        levels[depths[at]].push_back(at);
+    }
+    std::vector<bool> shown(nodes.size());
+    std::size_t count = 0;
+    for (std::size_t depth = 0; depth < std::min(levels.size(), kDeepest); ++depth) {
+        for (const std::size_t at : levels[depth]) shown[at] = count++ < kMostShown;
+    }
+    return shown;
+}
+
 // The tree as nested lists, as far as a reader will follow: a large board is shown in part, with all counts.
 class TreeWriter {
   public:
-    explicit TreeWriter(const BoardTally& tally) : tally_(tally), subtrees_(SubtreesOf(tally.nodes)) {}
+    explicit TreeWriter(const BoardTally& tally)
+        : tally_(tally), subtrees_(SubtreesOf(tally.nodes)), shown_(ShownOf(tally.nodes)) {}
 
     std::string Write() {
-        std::string text = "<ul class=\"tree\">\n";
-        std::size_t at = 0;
-        for (; at < tally_.nodes.size() && left_ > 0; ++at) {
-            if (tally_.nodes[at].parent == at) text += Item(at, 1);
+        std::vector<std::size_t> categories;
+        for (std::size_t at = 0; at < tally_.nodes.size(); ++at) {
+            if (tally_.nodes[at].parent == at) categories.push_back(at);
         }
-        return text + "</ul>\n";
+        return "<ul class=\"tree\">\n" + Items(categories, true) + "</ul>\n";
     }
 
   private:
-    static constexpr int kMostItems = 2000;
-    static constexpr int kDeepest = 40;
-
-    std::string Item(std::size_t at, int depth) {
-        --left_;
+    std::string Item(std::size_t at, bool isOpen) {
         const BoardNode& node = tally_.nodes[at];
         const Subtree& subtree = subtrees_[at];
         std::string name = node.name.empty() ? "(without a name)" : OfBoard(node.name);
         if (!node.page.empty()) name += " <span class=\"path faint\">" + OfBoard(node.page) + "</span>";
         name += Counts(subtree);
         if (subtree.children.empty()) return "<li>" + name + "</li>\n";
-        const bool isOpen = depth == 1;
         return "<li><details" + std::string(isOpen ? " open" : "") + "><summary>" + name +
-               "</summary><ul>\n" + Children(subtree, depth) + "</ul></details></li>\n";
+               "</summary><ul>\n" + Items(subtree.children, false) + "</ul></details></li>\n";
     }
 
-    std::string Children(const Subtree& subtree, int depth) {
+    std::string Items(const std::vector<std::size_t>& nodes, bool areOpen) {
         std::string text;
-        std::size_t shown = 0;
-        while (shown < subtree.children.size() && left_ > 0 && depth < kDeepest) {
-            text += Item(subtree.children[shown++], depth + 1);
+        std::size_t others = 0;
+        for (const std::size_t at : nodes) {
+            if (shown_[at]) {
+                text += Item(at, areOpen);
+            } else {
+                ++others;
+            }
         }
-        const std::size_t others = subtree.children.size() - shown;
         if (others > 0) text += "<li class=\"faint\">and " + std::to_string(others) + " more</li>\n";
         return text;
     }
 
     const BoardTally& tally_;
     std::vector<Subtree> subtrees_;
-    int left_ = kMostItems;
+    std::vector<bool> shown_;
 };
 
 std::string FindingsSection(const Findings& findings) {

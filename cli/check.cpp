@@ -66,8 +66,10 @@ int RunCheck(const Options& options) {
     if (!options.quiet && platform::ErrorsGoToTerminal()) progress = std::make_unique<ProgressLine>(state);
     check.Run();
     if (progress) progress->Clear();
+    // First the files: who reads the text may stop in the middle.
+    const bool isWritten = WriteReports(check, options);
     if (!options.quiet) platform::WriteOutput(TextReport(check));
-    if (!WriteReports(check, options) || check.IsCancelled()) return kTrouble;
+    if (!isWritten || check.IsCancelled()) return kTrouble;
     const Findings& found = check.Found();
     return found.CountOf(Grade::kEndsRun) + found.CountOf(Grade::kLoses) == 0 ? kAllWell : kTrouble;
 }

@@ -202,16 +202,16 @@ class Report(unittest.TestCase):
         words = find("#words")[0]
         words.send_keys("post 50")
         self.assertEqual([kind.get_attribute("id") for kind in shown("details.kind")], ["post-time"])
-        self.assertEqual(find("#status")[0].text, "1 finding shown")
+        self.assertEqual(find("#status")[0].text, "1 place shown")
         words.clear()
         words.send_keys("no such thing")
         self.assertEqual(shown("details.kind"), [])
-        self.assertEqual(find("#status")[0].text, "0 findings shown")
+        self.assertEqual(find("#status")[0].text, "0 places shown")
         browser.refresh()
         for grade in ["loses", "worth"]:
             find(f"input[value={grade}]")[0].click()
         self.assertEqual({kind.get_attribute("data-grade") for kind in shown("details.kind")}, {"ends"})
-        self.assertEqual(find("#status")[0].text, "3 findings shown")
+        self.assertEqual(find("#status")[0].text, "3 places shown")
 
     def test_unfolds_and_folds_by_keyboard(self):
         from selenium.webdriver.common.keys import Keys
