@@ -1,5 +1,6 @@
 #include "reader/RemoveTags.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <unordered_map>
@@ -30,19 +31,36 @@ bool IsNest(std::u16string_view tag) {
     return tag.find(u'<', 1) != std::u16string_view::npos;
 }
 
-// How often each tag stands in the nests of a text. Where a tag stands there, removing it changes the tag
-// around it.
+template <typename Take>
+void ForEachTag(std::u16string_view text, Take take) {
+    Position from = 1;
+    for (Position open = Find(text, u"<"); open != 0; open = Find(text, u"<", from)) {
+        const Position close = Find(text, u">", open);
+        if (close == 0) return;
+        from = close + 1;
+        take(Between(text, open, from));
+    }
+}
+
+// The length of a text's second longest tag. Only what is no longer can stand in another tag.
+std::size_t SecondLongestTag(std::u16string_view text) {
+    std::size_t longest = 0;
+    std::size_t second = 0;
+    ForEachTag(text, [&](std::u16string_view tag) {
+        second = std::max(second, std::min(longest, tag.size()));
+        longest = std::max(longest, tag.size());
+    });
+    return second;
+}
+
+// How often each tag of a text stands in the nests of it. Where a tag stands there, removing it changes the
+// tag around it.
 class NestedTags {
   public:
-    explicit NestedTags(std::u16string_view text) {
-        Position from = 1;
-        for (Position open = Find(text, u"<"); open != 0; open = Find(text, u"<", from)) {
-            const Position close = Find(text, u">", open);
-            if (close == 0) return;
-            from = close + 1;
-            const std::u16string_view tag = Between(text, open, from);
+    explicit NestedTags(std::u16string_view text) : longest_(SecondLongestTag(text)) {
+        ForEachTag(text, [this](std::u16string_view tag) {
             if (IsNest(tag)) Count(tag, 1);
-        }
+        });
     }
 
     bool Hold(std::u16string_view tag) const {
@@ -58,12 +76,14 @@ class NestedTags {
   private:
     void Count(std::u16string_view nest, int times) {
         std::uint64_t hash = 0;
-        for (std::size_t at = nest.size(); at > 0; --at) {
+        const std::size_t end = nest.size() - std::min(nest.size(), longest_);
+        for (std::size_t at = nest.size(); at > end; --at) {
             hash = Extend(hash, nest[at - 1]);
             if (nest[at - 1] == u'<') counts_[hash] += times;
         }
     }
 
+    std::size_t longest_;
     std::unordered_map<std::uint64_t, int> counts_;
 };
 
