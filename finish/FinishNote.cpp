@@ -32,16 +32,24 @@ std::u16string SitePrefix(std::u16string_view website) {
     return prefix;
 }
 
+// Where operators type "/" between the steps of a folder, "\" is added at its end all the same.
+std::u16string WithSlashes(std::u16string_view path) {
+    std::u16string text(path);
+    ReplaceAll(text, u"\\", u"/");
+    ReplaceAll(text, u"//", u"/");
+    return text;
+}
+
 // The path below the root of the copy, as the old site's visitors know it.
 std::u16string PathOnSite(const ConversionState& state, std::u16string_view page) {
-    std::u16string path(page);
-    if (!state.DiscusRootFolder.empty() && StandsAt(page, 1, state.DiscusRootFolder)) {
-        path.erase(0, state.DiscusRootFolder.size());
+    std::u16string path = WithSlashes(page);
+    const std::u16string root = WithSlashes(state.DiscusRootFolder);
+    if (!root.empty() && StandsAt(path, 1, root)) {
+        path.erase(0, root.size());
     } else {
-        ReplaceAll(path, state.DiscusMessageFolder, u"discus\\messages\\");
-        ReplaceAll(path, state.DiscusSecureMessageFolder, u"discus\\messages\\");
+        ReplaceAll(path, WithSlashes(state.DiscusMessageFolder), u"discus/messages/");
+        ReplaceAll(path, WithSlashes(state.DiscusSecureMessageFolder), u"discus/messages/");
     }
-    ReplaceAll(path, u"\\", u"/");
     return SitePrefix(state.DiscusWebsite) + u"/" + path;
 }
 

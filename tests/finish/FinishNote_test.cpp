@@ -4,6 +4,7 @@
 
 #include "tests/support/CommandLineBoard.h"
 #include "tests/support/TestBoard.h"
+#include "text/search.h"
 
 namespace tessaly {
 namespace {
@@ -50,6 +51,26 @@ TEST(FinishNote, TellsCharsetForumPagesAttachmentsAndMembersWithoutGroup) {
               "page,4,/boards/discus_admin_1/secure/40/40.html\r\n"
               "attachment,1,2\r\n"
               "nogroup,3\r\n");
+}
+
+// As a settings file has them into which an operator wrote the folders with "/", one at each end.
+TEST(FinishNote, KnowsThePagesBelowTheRootHoweverTheStepsAreDivided) {
+    NotedBoard board;
+    for (TextField* const folder :
+         {&board.state.txtDiscusMessageFolder, &board.state.txtDiscusSecureMessageFolder}) {
+        std::u16string text = folder->Text;
+        ReplaceAll(text, u"\\", u"/");
+        folder->SetText(text + u"\\");
+    }
+    board.Convert();
+    WriteFinishNote(board.state);
+    const std::string note = board.Output("FinishNote.txt");
+    EXPECT_NE(note.find("page,0,/boards/discus/messages/board-topics.html\r\n"
+                        "page,2,/boards/discus/messages/12/12.html\r\n"
+                        "page,3,/boards/discus/messages/12/34.html\r\n"
+                        "page,4,/boards/discus_admin_1/secure/40/40.html\r\n"),
+              std::string::npos)
+        << note;
 }
 
 TEST(FinishNote, IsReadAsItWasWritten) {
