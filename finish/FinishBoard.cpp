@@ -32,7 +32,7 @@ void RequireImportFiles(const FinishOptions& options) {
 
 // A charset that no one tells: UTF-8 is known by its looks; what can be iso-8859-1 is taken for it, and told.
 std::u16string GuessCharset(const FinishOptions& options, std::vector<std::u16string>& warnings) {
-    constexpr std::u16string_view kAsk = u"Say by --charset which one the old board's pages have.";
+    constexpr std::u16string_view kAsk = u"say by --charset which one the old board's pages have.";
     platform::ByteLook all;
     for (const std::u16string_view family : kFamilies) {
         for (const std::u16string& file : FilesOfFamily(options.folder, family)) {
@@ -43,9 +43,11 @@ std::u16string GuessCharset(const FinishOptions& options, std::vector<std::u16st
     }
     if (all.isUtf8) return u"utf-8";
     if (all.hasControls)
-        throw FinishError{u"The charset of the import files is not known. " + std::u16string(kAsk)};
-    warnings.push_back(u"The import files are read as iso-8859-1, since no note tells their charset. " +
-                       std::u16string(kAsk) + u" where that is wrong.");
+        throw FinishError{u"The charset of the import files is not known: " + std::u16string(kAsk)};
+    warnings.push_back(
+        u"The import files are read as iso-8859-1, since no note tells their charset. Where that is "
+        u"wrong, " +
+        std::u16string(kAsk));
     return u"iso-8859-1";
 }
 

@@ -857,7 +857,10 @@ TEST_F(Charsets, IsTakenForIso88591WhereItMayBeAndTold) {
     const Finished finished = FinishWithName("\xE4 \x80");
     EXPECT_EQ(Name(), "\xC3\xA4 \xE2\x82\xAC");
     ASSERT_EQ(finished.warnings.size(), 1u);
-    EXPECT_TRUE(finished.warnings[0].starts_with(u"The import files are read as iso-8859-1"));
+    EXPECT_EQ(
+        finished.warnings[0],
+        u"The import files are read as iso-8859-1, since no note tells their charset. Where that is wrong, "
+        u"say by --charset which one the old board's pages have.");
 }
 
 TEST_F(Charsets, MustBeToldWhereItCannotBeKnown) {
@@ -866,7 +869,7 @@ TEST_F(Charsets, MustBeToldWhereItCannotBeKnown) {
         FAIL();
     } catch (const FinishError& error) {
         EXPECT_TRUE(
-            error.text.starts_with(u"The charset of the import files is not known. Say by --charset"));
+            error.text.starts_with(u"The charset of the import files is not known: say by --charset"));
     }
 }
 
