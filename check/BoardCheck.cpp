@@ -83,6 +83,13 @@ Finding FindingOf(std::u16string file) {
     return finding;
 }
 
+std::u16string Joined(std::u16string_view folder, char16_t separator, std::u16string_view file) {
+    std::u16string path(folder);
+    path += separator;
+    path += file;
+    return path;
+}
+
 bool IsNumber(std::u16string_view name) {
     return !name.empty() && LeadingDigits(name).size() == name.size();
 }
@@ -386,8 +393,11 @@ void BoardCheck::FindUnreached() {
     for (const std::u16string& messageFolder :
          {state_.DiscusMessageFolder, state_.DiscusSecureMessageFolder}) {
         if (!platform::FolderExists(messageFolder)) continue;
-        for (const std::u16string& folder : platform::Subfolders(messageFolder)) {
-            if (IsNumber(folder)) FindUnreached(messageFolder, folder);
+        std::vector<std::u16string> folders;
+        IgnoringErrors([&] { folders = platform::Subfolders(messageFolder); });
+        for (const std::u16string& folder : folders) {
+            // A folder that cannot be looked into was none for the run either.
+            if (IsNumber(folder)) IgnoringErrors([&] { FindUnreached(messageFolder, folder); });
         }
     }
 }
@@ -395,13 +405,13 @@ void BoardCheck::FindUnreached() {
 void BoardCheck::FindUnreached(std::u16string_view messageFolder, std::u16string_view folder) {
     const std::u16string path = ToolboxLibrary::AddBackslash(messageFolder) + std::u16string(folder);
     for (const std::u16string& file : platform::Files(path)) {
-        const std::u16string whole = path + u"\\" + file;
+        const std::u16string whole = Joined(path, u'\\', file);
         const std::u16string_view stem = std::u16string_view(file).substr(0, file.rfind(u'.'));
         const bool isPage = IsNumber(stem) && EqualIgnoringCase(file.substr(stem.size()), u".html");
         if (isPage) {
             if (!pagesRead_.contains(FileKey(whole)))
                 findings_.Add(FindingKind::kUnreachedPage, FindingOf(whole));
-        } else if (!filesNamed_.contains(FileKey(std::u16string(folder) + u"/" + file))) {
+        } else if (!filesNamed_.contains(FileKey(Joined(folder, u'/', file)))) {
             findings_.Add(FindingKind::kUnusedFile, FindingOf(whole));
         }
     }

@@ -69,5 +69,18 @@ TEST(ReadOnly, APageThatMayNotBeReadEndsARunAndIsNamed) {
     EXPECT_TRUE(finding.label.starts_with(u"3002 - GetFileDataCharset() - "));
 }
 
+TEST(ReadOnly, AFolderThatMayNotBeLookedIntoDoesNotEndTheCheck) {
+    CheckedBoard board;
+    board.WriteBoardFile(testing::BoardFile("Main", {}));
+    board.WritePage("13/13.html", "x");
+    board.folder.MakeFolder("source/discus/messages/12");
+    board.state.Charset = u"utf-8";
+    fs::permissions(board.folder.Native("source/discus/messages/12"), fs::perms::none);
+    const testing::Unprivileged nobody;
+    if (!nobody.IsSo()) GTEST_SKIP() << "modes do not count here";
+    board.Check();
+    EXPECT_EQ(board.CountOf(FindingKind::kUnreachedPage), 1);
+}
+
 }  // namespace
 }  // namespace tessaly

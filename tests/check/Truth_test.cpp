@@ -38,8 +38,8 @@ class BoardMaker {
             "<a href=\"http://old.example/discus/show.cgi?tpc=1\">a script</a> ",
             "<img src=\"http://old.example/discus/messages/1/p-1.jpg\" alt=\"p\"> ",
             "<img src=\"http://old.example/discus/clipart/happy.gif\" alt=\":-)\"> ",
-            "<!--attachment: x--><a href=\"http://old.example/discus/messages/1/file-a.pdf\" target=_blank>a"
-            "</a><!--/attachment--> ",
+            ("<!--attachment: x--><a href=\"http://old.example/discus/messages/1/file-a.pdf\" target=x>a</a>"
+             "<!--/attachment--> "),
             "</font> 1 < 2, \"quoted\", \xC3\xA4\xE2\x82\xAC \xFF `a` c:\\d ",
         };
         std::string body;
@@ -92,8 +92,8 @@ class BoardMaker {
 
     std::string FatalSection() {
         static constexpr const char* kSections[] = {
-            "<!--Announcement--><img src=http://old.example/discus/messages/1/p.jpg "
-            "alt=p><!--/Announcement-->\n",
+            ("<!--Announcement--><img src=http://old.example/discus/messages/1/p.jpg "
+             "alt=p><!--/Announcement-->\n"),
             "<!--Top: 9--><a href=/9.html?1>x</a><!--/Top-->\n",
             "<!--Top: 9--><a href=http://old.example/discus/messages/1/?1>x</a><!--/Top-->\n",
         };
