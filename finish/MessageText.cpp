@@ -99,7 +99,7 @@ std::size_t BytesOfUnit(char16_t unit) {
     return (unit & 0xF800) == 0xD800 ? 2 : 3;
 }
 
-constexpr std::u16string_view kPaired[] = {u"b", u"center", u"size", u"font", u"color"};
+constexpr std::u16string_view kPaired[] = {u"b", u"center", u"size", u"font", u"color", u"url"};
 constexpr std::u16string_view kWhole[] = {u"url", u"img"};
 
 bool IsTag(std::u16string_view text) {
@@ -169,25 +169,34 @@ class Cutter {
     }
 
   private:
-    // Behind the last blank or line end outside of a link or picture, when it is near enough to the most.
-    std::size_t FindCut(std::size_t most, std::size_t searched) const {
+    struct Place {
         std::size_t at = 0;
         std::size_t bytes = 0;
-        std::size_t best = 0;
-        std::size_t bestBytes = 0;
+    };
+
+    // Behind the last blank or line end outside of a link or picture, or before the link or picture, when
+    // that is near enough to the most.
+    std::size_t FindCut(std::size_t most, std::size_t searched) const {
+        constexpr std::size_t kLongestWhole = 3000;
+        std::size_t at = 0;
+        std::size_t bytes = 0;
+        Place blank;
+        Place whole;
         bool isWhole = false;
         while (at < rest_.size()) {
             const std::u16string_view next = rest_.substr(at, LengthAt(at));
             const std::size_t nextBytes = BytesInUtf8(next);
             if (bytes + nextBytes > most) break;
+            if (IsTag(next) && IsAmong(NameOfTag(next), kWhole)) {
+                isWhole = !next.starts_with(u"[/");
+                whole = {at, bytes};
+            }
             at += next.size();
             bytes += nextBytes;
-            if (IsTag(next) && IsAmong(NameOfTag(next), kWhole)) isWhole = !next.starts_with(u"[/");
-            if (isWhole || (next != u" " && next != u"\n")) continue;
-            best = at;
-            bestBytes = bytes;
+            if (!isWhole && (next == u" " || next == u"\n")) blank = {at, bytes};
         }
-        return bestBytes + searched >= bytes ? best : at;
+        if (blank.bytes + searched >= most) return blank.at;
+        return isWhole && whole.at > 0 && whole.bytes + kLongestWhole >= most ? whole.at : at;
     }
 
     // The tags that are open where the message is cut. So many are never opened again that more are not
@@ -212,8 +221,10 @@ class Cutter {
     // A tag counts as one, and so does a pair of surrogates.
     std::size_t LengthAt(std::size_t at) const {
         constexpr std::size_t kLongestTag = 300;
+        constexpr std::size_t kLongestLink = 1000;
         if (rest_[at] == u'[') {
-            const std::size_t end = rest_.substr(at, kLongestTag).find(u']');
+            const std::size_t longest = BeginsWith(rest_.substr(at), kLink) ? kLongestLink : kLongestTag;
+            const std::size_t end = rest_.substr(at, longest).find(u']');
             if (end != kNowhere && end > 1) return end + 1;
         }
         const bool isPair = (rest_[at] & 0xFC00) == 0xD800 && at + 1 < rest_.size();

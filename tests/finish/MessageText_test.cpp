@@ -167,6 +167,40 @@ TEST(SplitMessage, CutsAWordThatHasNoEndBetweenCharacters) {
     EXPECT_EQ(pieces[1], Repeated(u"\U0001F389", 600));
 }
 
+TEST(SplitMessage, CutsBeforeALinkInATextWithoutBlanks) {
+    // 9600 bytes go into the first piece; the link begins at the 9571st.
+    const std::u16string before = Repeated(u"\u65E5", 3190);
+    const std::u16string link = u"[url=http://new/]" + Repeated(u"\u672C", 40) + u"[/url]";
+    const std::u16string behind = Repeated(u"\u8A9E", 1000);
+    EXPECT_EQ(SplitMessage(before + link + behind, 10000, 0),
+              (std::vector<std::u16string>{before, link + behind}));
+}
+
+TEST(SplitMessage, CutsBeforeALinkWithALongAddress) {
+    const std::u16string before = Repeated(u"\u65E5", 3000);
+    const std::u16string link = u"[url=http://new/" + Repeated(u"a", 700) + u"]\u672C[/url]";
+    EXPECT_EQ(SplitMessage(before + link + before, 10000, 0),
+              (std::vector<std::u16string>{before, link + before}));
+}
+
+TEST(SplitMessage, CutsBeforeAPictureInATextWithoutBlanks) {
+    const std::u16string before = Repeated(u"\u65E5", 3190);
+    const std::u16string picture = u"[img]http://new/a-picture-with-a-long-name.gif[/img]";
+    const std::u16string behind = Repeated(u"\u8A9E", 1000);
+    EXPECT_EQ(SplitMessage(before + picture + behind, 10000, 0),
+              (std::vector<std::u16string>{before, picture + behind}));
+}
+
+TEST(SplitMessage, MakesTwoLinksOfOneWithAVeryLongText) {
+    const std::u16string before = Repeated(u"\u65E5", 1000);
+    // 9600 - 3000 - 17 bytes are 2194 characters.
+    const auto pieces =
+        SplitMessage(before + u"[url=http://new/]" + Repeated(u"\u672C", 4000) + u"[/url]\u8A9E", 10000, 0);
+    EXPECT_EQ(pieces, (std::vector<std::u16string>{
+                          before + u"[url=http://new/]" + Repeated(u"\u672C", 2194) + u"[/url]",
+                          u"[url=http://new/]" + Repeated(u"\u672C", 1806) + u"[/url]\u8A9E"}));
+}
+
 TEST(SplitMessage, GoesOnThroughAsManyPiecesAsItTakes) {
     const auto pieces = SplitMessage(Repeated(kWords, 10000), 65535, 0);
     ASSERT_EQ(pieces.size(), 4u);
