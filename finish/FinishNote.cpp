@@ -53,6 +53,12 @@ std::u16string PathOnSite(const ConversionState& state, std::u16string_view page
     return SitePrefix(state.DiscusWebsite) + u"/" + path;
 }
 
+// A hidden page is led to from the folder of the open pages too, where its redirection page may lie.
+std::u16string OpenPathOnSite(const ConversionState& state, std::u16string page) {
+    ReplaceAll(page, state.DiscusSecureMessageFolder, state.DiscusMessageFolder);
+    return PathOnSite(state, page);
+}
+
 void AddLine(std::string& text, std::u16string_view word, std::u16string_view rest) {
     text += platform::ToUtf8(word) + "," + platform::ToUtf8(rest) + "\r\n";
 }
@@ -80,8 +86,12 @@ void WriteFinishNote(const ConversionState& state) {
     AddLine(text, kCharset, state.Charset);
     AddLine(text, kForum, state.mybbForumAddr);
     AddLine(text, kPage, u"0," + PathOnSite(state, state.DiscusMessageFolder + u"board-topics.html"));
-    for (const auto& [fid, path] : state.Note.ForumPages)
-        AddLine(text, kPage, ToText(fid) + u"," + PathOnSite(state, path));
+    for (const auto& [fid, page] : state.Note.ForumPages) {
+        const std::u16string path = PathOnSite(state, page);
+        AddLine(text, kPage, ToText(fid) + u"," + path);
+        const std::u16string openPath = OpenPathOnSite(state, page);
+        if (openPath != path) AddLine(text, kPage, ToText(fid) + u"," + openPath);
+    }
     for (const auto& [aid, pid] : state.Note.AttachmentPosts)
         AddLine(text, kAttachment, ToText(aid) + u"," + ToText(pid));
     for (const std::int32_t number : state.Note.MembersWithoutGroup)

@@ -348,6 +348,14 @@ class Loading(FinishTest):
         self.assertEqual(self.value("SELECT usergroup FROM users_ WHERE username = 'tomas'"), "2")
         self.assertEqual(self.value("SELECT usergroup FROM users_ WHERE username = 'maeve'"), "10")
 
+    def test_the_redirect_map_has_a_line_for_each_redirection_page(self):
+        board = self.sample()
+        pages = {"/" + page.relative_to(board.output / "redirect").as_posix()
+                 for page in (board.output / "redirect").rglob("*.html")}  # fmt: skip
+        self.assertIn("/discus/messages/31/155.html", pages)
+        lines = (board.folder / "redirect.apache.txt").read_text(encoding="utf-8").splitlines()
+        self.assertEqual(pages - {line.split(" ")[0] for line in lines}, set())
+
     def assert_two_boards_live(self, charset):
         self.make_forum()
         first = self.sample()

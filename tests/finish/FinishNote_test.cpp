@@ -49,6 +49,7 @@ TEST(FinishNote, TellsCharsetForumPagesAttachmentsAndMembersWithoutGroup) {
               "page,2,/boards/discus/messages/12/12.html\r\n"
               "page,3,/boards/discus/messages/12/34.html\r\n"
               "page,4,/boards/discus_admin_1/secure/40/40.html\r\n"
+              "page,4,/boards/discus/messages/40/40.html\r\n"
               "attachment,1,2\r\n"
               "nogroup,3\r\n");
 }
@@ -81,7 +82,7 @@ TEST(FinishNote, IsReadAsItWasWritten) {
     ASSERT_TRUE(note);
     EXPECT_EQ(note->charset, u"utf-8");
     EXPECT_EQ(note->forumAddress, u"http://new.example/");
-    ASSERT_EQ(note->pages.size(), 4u);
+    ASSERT_EQ(note->pages.size(), 5u);
     EXPECT_EQ(note->pages[2].fid, 3);
     EXPECT_EQ(note->pages[2].path, u"/boards/discus/messages/12/34.html");
     EXPECT_EQ(note->pidsByAid, (std::unordered_map<std::int32_t, std::int32_t>{{1, 2}}));
