@@ -19,20 +19,23 @@ class Server:
 
     def start(self):
         data = self.folder / "data"
+        # One of its own: a server that starts deletes what others have in a common one.
+        temporary = self.folder / "tmp"
+        temporary.mkdir()
         as_root = ["--user=root"] if os.geteuid() == 0 else []
         # By force: it would insist on a name of the machine that can be looked up.
         installed = subprocess.run(
             [tool("mariadb-install-db"), "--no-defaults", *as_root, "--basedir=/usr", f"--datadir={data}",
-             "--auth-root-authentication-method=normal", "--skip-test-db", "--force"],
+             f"--tmpdir={temporary}", "--auth-root-authentication-method=normal", "--skip-test-db", "--force"],
             capture_output=True, text=True,
         )  # fmt: skip
         if installed.returncode != 0:
             sys.exit(f"mariadb-install-db failed:\n{installed.stdout}{installed.stderr}")
         with open(self.log, "wb") as log:
             self.process = subprocess.Popen(
-                [tool("mariadbd"), "--no-defaults", *as_root, f"--datadir={data}", "--skip-networking",
-                 f"--socket={self.socket}", f"--pid-file={self.folder}/pid", "--innodb-buffer-pool-size=64M",
-                 "--innodb-flush-log-at-trx-commit=0", "--sql-mode=STRICT_ALL_TABLES"],
+                [tool("mariadbd"), "--no-defaults", *as_root, f"--datadir={data}", f"--tmpdir={temporary}",
+                 "--skip-networking", f"--socket={self.socket}", f"--pid-file={self.folder}/pid",
+                 "--innodb-buffer-pool-size=64M", "--innodb-flush-log-at-trx-commit=0", "--sql-mode=STRICT_ALL_TABLES"],
                 stdout=log, stderr=log, preexec_fn=die_with_parent,
             )  # fmt: skip
         self.wait_until_ready()
