@@ -87,6 +87,7 @@ struct Member {
 struct Attachment {
     std::int64_t aid = 0;
     std::int32_t oldPid = 0;
+    bool hasRow = true;
 };
 
 // A link line's target: the page, and the post of it that the old address names, 0 for none.
@@ -113,6 +114,7 @@ struct LeftOver {
     std::vector<std::u16string> longMessages;  // continued in further posts
     std::vector<std::u16string> links;         // to pages that were not converted
     std::vector<std::u16string> attachments;   // without a post
+    std::vector<std::u16string> announced;     // files of announcements
     std::vector<std::u16string> hiddenPages;   // which all may read now
     std::vector<std::u16string> members;       // with another name
 };

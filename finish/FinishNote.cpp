@@ -63,6 +63,20 @@ void AddLine(std::string& text, std::u16string_view word, std::u16string_view re
     text += platform::ToUtf8(word) + "," + platform::ToUtf8(rest) + "\r\n";
 }
 
+FinishNote::Attachment AttachmentOf(std::u16string_view line) {
+    constexpr std::size_t kBeforeName = 4;
+    const auto fields = Split(line, u",");
+    FinishNote::Attachment attachment;
+    attachment.pid = ToInteger(fields.front());
+    if (fields.size() <= kBeforeName) return attachment;
+    attachment.uid = ToInteger(fields[1]);
+    attachment.size = ToInteger(fields[2]);
+    attachment.hash = fields[3];
+    // A name may hold commas.
+    attachment.name = line.substr(static_cast<std::size_t>(fields[kBeforeName].data() - line.data()));
+    return attachment;
+}
+
 void TakeLine(FinishNote& note, std::u16string_view line) {
     const Position comma = Find(line, u",");
     if (comma == 0) return;
@@ -75,7 +89,7 @@ void TakeLine(FinishNote& note, std::u16string_view line) {
     if (second == 0) return;
     const std::u16string_view first = Between(rest, 1, second);
     const std::u16string_view last = From(rest, second + 1);
-    if (word == kAttachment) note.pidsByAid[ToInteger(first)] = ToInteger(last);
+    if (word == kAttachment) note.attachments[ToInteger(first)] = AttachmentOf(last);
     if (word == kPage) note.pages.push_back({ToInteger(first), std::u16string(last)});
 }
 
@@ -92,8 +106,10 @@ void WriteFinishNote(const ConversionState& state) {
         const std::u16string openPath = OpenPathOnSite(state, page);
         if (openPath != path) AddLine(text, kPage, ToText(fid) + u"," + openPath);
     }
-    for (const auto& [aid, pid] : state.Note.AttachmentPosts)
-        AddLine(text, kAttachment, ToText(aid) + u"," + ToText(pid));
+    for (const RunNote::TakenFile& file : state.Note.Attachments)
+        AddLine(text, kAttachment,
+                ToText(file.aid) + u"," + ToText(file.pid) + u"," + ToText(file.uid) + u"," +
+                    ToText(file.size) + u"," + file.hash + u"," + file.name);
     for (const std::int32_t number : state.Note.MembersWithoutGroup)
         AddLine(text, kWithoutGroup, ToText(number));
     platform::WriteWholeFile(state.mybbOutputFolder + std::u16string(kNoteName), {text});

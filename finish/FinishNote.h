@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,9 +14,20 @@
 namespace tessaly {
 
 // The working note that a run leaves beside the import files when the board is to be finished: a line each
-// for the charset, the forum's address, each attachment (aid and pid), each page that became a forum (fid and
-// the page's path on the old site, fid 0 for the front page) and each member without a group.
+// for the charset, the forum's address, each attachment (aid, pid, 0 for that of an announcement, member,
+// size, hash and name), each page that became a forum (fid and the page's path on the old site, fid 0 for the
+// front page) and each member without a group.
 struct FinishNote {
+    // An older note tells the post alone.
+    struct Attachment {
+        std::int32_t pid = 0;
+        std::int32_t uid = 0;
+        std::int32_t size = 0;
+        std::u16string hash;
+        std::u16string name;
+        bool operator==(const Attachment&) const = default;
+    };
+
     struct Page {
         std::int32_t fid;
         std::u16string path;
@@ -23,7 +35,7 @@ struct FinishNote {
 
     std::u16string charset;
     std::u16string forumAddress;
-    std::unordered_map<std::int32_t, std::int32_t> pidsByAid;
+    std::map<std::int32_t, Attachment> attachments;  // by their aid
     std::vector<Page> pages;
     std::unordered_set<std::int32_t> membersWithoutGroup;
 };

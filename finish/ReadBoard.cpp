@@ -152,6 +152,22 @@ void NotePid(Board& board, std::int32_t oldPid, std::int64_t pid) {
     board.pids[at] = static_cast<std::uint32_t>(pid);
 }
 
+std::int64_t NewAid(const Board& board, std::int32_t aid) {
+    return board.options.firstPost - 1 + aid;
+}
+
+// A page with more files than posts writes a row for each post alone.
+void TakeAttachmentWithoutRow(Board& board, std::int32_t aid, const FinishNote::Attachment& noted) {
+    if (noted.name.empty()) {
+        board.leftOver.attachments.push_back(u"the copy that begins with " + ToText(aid) +
+                                             u"_, which has no row");
+    } else if (noted.pid == 0) {
+        board.leftOver.announced.push_back(ToText(aid) + u"_" + noted.hash + u", " + noted.name);
+    } else {
+        board.attachments[aid] = {NewAid(board, aid), noted.pid, false};
+    }
+}
+
 // The page of such an attachment was not written to its end.
 void LeaveOutAttachmentsWithoutPost(Board& board) {
     std::erase_if(board.attachments, [&board](const auto& entry) {
@@ -306,21 +322,18 @@ void ReadAttachments(Board& board) {
     constexpr std::size_t kPosthash = ColumnAt<Row>(u"posthash");
     constexpr FreeColumns kFree{ColumnAt<Row>(u"filename"), ColumnAt<Row>(u"filetype")};
     ImportRows rows(board.import, u"mybb_attachments", Row::kColumns, kFree);
-    std::unordered_map<std::int32_t, std::int32_t> unmet = board.note.pidsByAid;
     while (rows.Next()) {
         const std::int32_t aid = rows.Int(kAid);
-        const auto pid = board.note.pidsByAid.find(aid);
-        if (pid == board.note.pidsByAid.end()) {
+        const auto noted = board.note.attachments.find(aid);
+        if (noted == board.note.attachments.end()) {
             board.leftOver.attachments.push_back(ToText(aid) + u"_" + std::u16string(rows.Text(kPosthash)) +
                                                  u", " + std::u16string(rows.Text(kFree.first)));
             continue;
         }
-        unmet.erase(aid);
-        board.attachments[aid] = {board.options.firstPost - 1 + aid, pid->second};
+        board.attachments[aid] = {NewAid(board, aid), noted->second.pid};
     }
-    for (const auto& [aid, pid] : unmet) {
-        board.leftOver.attachments.push_back(u"the copy that begins with " + ToText(aid) +
-                                             u"_, which has no row");
+    for (const auto& [aid, noted] : board.note.attachments) {
+        if (!board.attachments.contains(aid)) TakeAttachmentWithoutRow(board, aid, noted);
     }
     std::vector<std::int32_t> aids;
     for (const auto& [aid, attachment] : board.attachments) aids.push_back(aid);

@@ -412,6 +412,33 @@ TableSummary WriteGroups(const Board& board, std::u16string_view folder) {
     return file.Close();
 }
 
+// What the row of an attachment tells, or the note where it has none.
+struct AttachmentRow {
+    std::int32_t oldAid;
+    std::u16string_view hash;
+    std::int32_t uid;
+    std::u16string_view name;
+    std::u16string_view ending;
+    std::int32_t size;
+};
+
+void WriteAttachment(const Board& board, TableFile& file, const AttachmentRow& row) {
+    const Attachment& attachment = board.attachments.at(row.oldAid);
+    file.Int(attachment.aid);
+    file.Int(board.pids[static_cast<std::size_t>(attachment.oldPid)]);
+    file.Text(row.hash);
+    file.Int(PosterOf(board, row.uid).uid);
+    file.Text(CutTo(row.name, kLongestFileName));
+    file.Text(MimeTypeOf(row.ending));
+    file.Int(row.size);
+    file.Text(ToText(row.oldAid) + u"_" + std::u16string(row.hash));
+    file.EndRow();
+}
+
+std::u16string_view BehindLast(std::u16string_view text, char16_t unit) {
+    return text.substr(text.rfind(unit) + 1);
+}
+
 TableSummary WriteAttachments(const Board& board, std::u16string_view folder) {
     using Row = clsTblAttachments;
     constexpr FreeColumns kFree{ColumnAt<Row>(u"filename"), ColumnAt<Row>(u"filetype")};
@@ -419,19 +446,17 @@ TableSummary WriteAttachments(const Board& board, std::u16string_view folder) {
     ImportRows rows(board.import, u"mybb_attachments", Row::kColumns, kFree);
     while (rows.Next()) {
         const std::int32_t aid = rows.Int(ColumnAt<Row>(u"aid"));
+        if (!board.attachments.contains(aid)) continue;
+        WriteAttachment(board, file,
+                        {aid, rows.Text(ColumnAt<Row>(u"posthash")), rows.Int(ColumnAt<Row>(u"uid")),
+                         BehindLast(rows.Text(kFree.first), u'\\'), rows.Text(kFree.last),
+                         rows.Int(ColumnAt<Row>(u"filesize"))});
+    }
+    for (const auto& [aid, noted] : board.note.attachments) {
         const auto attachment = board.attachments.find(aid);
-        if (attachment == board.attachments.end()) continue;
-        const std::u16string_view path = rows.Text(kFree.first);
-        const std::u16string_view hash = rows.Text(ColumnAt<Row>(u"posthash"));
-        file.Int(attachment->second.aid);
-        file.Int(board.pids[static_cast<std::size_t>(attachment->second.oldPid)]);
-        file.Text(hash);
-        file.Int(PosterOf(board, rows.Int(ColumnAt<Row>(u"uid"))).uid);
-        file.Text(CutTo(path.substr(path.rfind(u'\\') + 1), kLongestFileName));
-        file.Text(MimeTypeOf(rows.Text(kFree.last)));
-        file.Int(rows.Int(ColumnAt<Row>(u"filesize")));
-        file.Text(ToText(aid) + u"_" + std::u16string(hash));
-        file.EndRow();
+        if (attachment == board.attachments.end() || attachment->second.hasRow) continue;
+        WriteAttachment(board, file,
+                        {aid, noted.hash, noted.uid, noted.name, BehindLast(noted.name, u'.'), noted.size});
     }
     return file.Close();
 }

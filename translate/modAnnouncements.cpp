@@ -11,10 +11,21 @@
 
 namespace tessaly {
 
+namespace {
+
+// The post in hand is that of the page before.
+void NoteFilesWithoutPost(ConversionState& state, std::size_t from) {
+    for (std::size_t at = from; at < state.Note.Attachments.size(); ++at) state.Note.Attachments[at].pid = 0;
+}
+
+}  // namespace
+
 void mybbWriteAnnouncementMsg(ConversionState& state, std::u16string_view section, std::int32_t forumId,
                               std::int32_t poster, std::u16string_view subject) try {
     std::u16string body(section);
+    const std::size_t filesBefore = state.Note.Attachments.size();
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, state.AnnouncementForumId);
+    NoteFilesWithoutPost(state, filesBefore);
     text = ProcessImages(state, text);
     NoteLostImages(state, text);
     text = RemoveTagInformation(state, text);

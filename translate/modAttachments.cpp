@@ -112,7 +112,9 @@ void TakeFile(ConversionState& state, const std::u16string& source, std::int32_t
     const std::u16string copy = state.mybbAttachmentsFolder + u"\\" + ToText(row.aid) + u"_" + row.posthash;
     // Either may be what failed.
     WithFile(state, source, [&] { WithFile(state, copy, [&] { platform::CopyFile(source, copy); }); });
-    if (state.Note.IsWanted) state.Note.AttachmentPosts.emplace_back(row.aid, state.PostCounter);
+    if (!state.Note.IsWanted) return;
+    state.Note.Attachments.push_back({row.aid, state.PostCounter, memberNumber, row.filesize, row.posthash,
+                                      std::u16string(LastStep(source))});
 }
 
 }  // namespace

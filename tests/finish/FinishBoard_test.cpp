@@ -563,6 +563,27 @@ TEST_F(Attachments, WhoseRowWasNotWrittenOrWhosePostIsMissingAreListed) {
     EXPECT_TRUE(Holds(list, "the copy that begins with 3_, whose post was not converted"));
 }
 
+TEST_F(Attachments, BeyondThePostsOfAPageHaveTheirRowsFromTheNote) {
+    board.Note("attachment,1,1,2,7,AB,b.png\r\nattachment,2,1,2,9,CD,parts, list.txt\r\n");
+    board.Attachment(1, 2, u"\\a\\b.png", u"png");
+    board.Finish();
+    EXPECT_EQ(board.Table("attachments").at(1),
+              (Values{"2", "1", "CD", "2", "parts, list.txt", "text/plain", "9", "2_CD"}));
+    EXPECT_EQ(board.Table("posts").at(0)[kMessage], "Here:\\n[attachment=1]\\n[attachment=2]");
+    EXPECT_EQ(board.Column("threads", kAttachments), Values{"2"});
+    EXPECT_FALSE(board.folder.Exists("finish/Left over.txt"));
+}
+
+TEST_F(Attachments, OfAnAnnouncementHangOnNoPostAndAreListed) {
+    board.Note("attachment,1,0,2,9,CD,parts, list.txt\r\n");
+    board.Finish();
+    EXPECT_EQ(board.Read("attachments.txt"), "");
+    EXPECT_EQ(board.Column("posts", kMessage), (Values{"Here:\\n", "And here"}));
+    EXPECT_TRUE(Holds(board.Read("Left over.txt"),
+                      "1 file of an announcement is copied and hangs on no post:\r\n"
+                      "    1_CD, parts, list.txt\r\n"));
+}
+
 TEST_F(Attachments, OfALongMessageStandAtTheEndOfItsFirstPost) {
     board.Thread(2, 2, u"Two", 3, 1);
     board.AddPost(3, 2, 30, Words(4000), u"3^112^13");

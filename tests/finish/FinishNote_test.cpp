@@ -42,6 +42,7 @@ TEST(FinishNote, TellsCharsetForumPagesAttachmentsAndMembersWithoutGroup) {
     NotedBoard board;
     board.Convert();
     WriteFinishNote(board.state);
+    const std::string hash = board.folder.Files("output/attachments").at(0).substr(2);
     EXPECT_EQ(board.Output("FinishNote.txt"),
               "charset,utf-8\r\n"
               "forum,http://new.example/\r\n"
@@ -50,8 +51,10 @@ TEST(FinishNote, TellsCharsetForumPagesAttachmentsAndMembersWithoutGroup) {
               "page,3,/boards/discus/messages/12/34.html\r\n"
               "page,4,/boards/discus_admin_1/secure/40/40.html\r\n"
               "page,4,/boards/discus/messages/40/40.html\r\n"
-              "attachment,1,2\r\n"
-              "nogroup,3\r\n");
+              "attachment,1,2,3,4," +
+                  hash +
+                  ",a-1.txt\r\n"
+                  "nogroup,3\r\n");
 }
 
 // As a settings file has them into which an operator wrote the folders with "/", one at each end.
@@ -85,7 +88,12 @@ TEST(FinishNote, IsReadAsItWasWritten) {
     ASSERT_EQ(note->pages.size(), 5u);
     EXPECT_EQ(note->pages[2].fid, 3);
     EXPECT_EQ(note->pages[2].path, u"/boards/discus/messages/12/34.html");
-    EXPECT_EQ(note->pidsByAid, (std::unordered_map<std::int32_t, std::int32_t>{{1, 2}}));
+    ASSERT_EQ(note->attachments.size(), 1u);
+    EXPECT_EQ(note->attachments.at(1).pid, 2);
+    EXPECT_EQ(note->attachments.at(1).uid, 3);
+    EXPECT_EQ(note->attachments.at(1).size, 4);
+    EXPECT_EQ(note->attachments.at(1).hash.size(), 32u);
+    EXPECT_EQ(note->attachments.at(1).name, u"a-1.txt");
     EXPECT_EQ(note->membersWithoutGroup, std::unordered_set<std::int32_t>{3});
 }
 
@@ -94,11 +102,27 @@ TEST(FinishNote, IsNoneWhereThereIsNoFile) {
     EXPECT_FALSE(ReadFinishNote(folder.Path() + u"\\"));
 }
 
+TEST(FinishNote, TellsTheFileOfAnAnnouncementWithoutAPost) {
+    TestBoard board;
+    board.state.Note.IsWanted = true;
+    board.WriteBoardFile(testing::BoardFile("Main", {12}));
+    board.WritePage("12/12.html", PageHead("12/Radios", "12/Radios", "Radios", "Radios") +
+                                      Post(5, "Anna", "100", "Hello") +
+                                      "<!--Announcement-->See <a "
+                                      "href=\"http://old.example/discus/messages/12/a-1.txt\">a</a>"
+                                      "<!--/Announcement-->");
+    board.WritePage("12/a-1.txt", "text");
+    board.Convert();
+    ASSERT_EQ(board.state.Note.Attachments.size(), 1u);
+    EXPECT_EQ(board.state.Note.Attachments[0].pid, 0);
+    EXPECT_EQ(board.state.Note.Attachments[0].name, u"a-1.txt");
+}
+
 TEST(FinishNote, GathersNothingThatIsNotWanted) {
     NotedBoard board;
     board.state.Note.IsWanted = false;
     board.Convert();
-    EXPECT_TRUE(board.state.Note.AttachmentPosts.empty());
+    EXPECT_TRUE(board.state.Note.Attachments.empty());
     EXPECT_TRUE(board.state.Note.ForumPages.empty());
     EXPECT_TRUE(board.state.Note.MembersWithoutGroup.empty());
 }
