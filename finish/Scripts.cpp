@@ -96,31 +96,62 @@ std::u16string CountOf(const Script& script, const TableSummary& table, const Sp
            ToText(table.firstNumber) + u" AND " + ToText(table.lastNumber) + u")";
 }
 
+// Runs a statement that is put together from text.
+void RunStep(Script& script, std::u16string_view text) {
+    script.Line({u"SET @step = ", text, u";"});
+    script.Line(u"PREPARE tessaly_step FROM @step;");
+    script.Line(u"EXECUTE tessaly_step;");
+    script.Line(u"DEALLOCATE PREPARE tessaly_step;");
+}
+
+// Asks of tables that may not be there, which only a statement in a text may do.
+void AskTables(Script& script, std::u16string_view text) {
+    RunStep(script, u"IF(@missing = 0, " + std::u16string(text) + u", 'DO 0')");
+}
+
 void CountTakenNumbers(Script& script, const std::vector<TableSummary>& tables) {
     script.Line(u"-- Numbers that are in use already.");
     for (const TableSummary& table : tables) {
         const Speech* const speech = SpeechOf(table);
         if (speech == nullptr) continue;
-        const std::u16string count = table.rows == 0 ? u"0" : CountOf(script, table, *speech);
-        script.Line(u"SET " + Variable(u"taken", table.table) + u" = " + count + u";");
+        const std::u16string taken = Variable(u"taken", table.table);
+        script.Line({u"SET ", taken, u" = 0;"});
+        if (table.rows > 0)
+            AskTables(script, Quoted(u"SET " + taken + u" = " + CountOf(script, table, *speech)));
     }
     script.Line();
+}
+
+// The collation of the column of names, or the one of all characters that compares most like it.
+void FindCollation(Script& script) {
+    script.Line(u"SET @collation = 'utf8mb4_general_ci';");
+    script.Line(
+        u"SELECT IF(c.CHARACTER_SET_NAME = 'utf8mb4', c.COLLATION_NAME, COALESCE(o.COLLATION_NAME, "
+        u"@collation))");
+    script.Line(u"FROM information_schema.COLUMNS AS c LEFT JOIN information_schema.COLLATIONS AS o");
+    script.Line(
+        u"  ON o.COLLATION_NAME = CONCAT('utf8mb4', SUBSTRING(c.COLLATION_NAME, LOCATE('_', "
+        u"c.COLLATION_NAME)))");
+    script.Line(u"WHERE c.TABLE_SCHEMA = DATABASE() AND c.TABLE_NAME = " + script.BareName(u"users") +
+                u" AND c.COLUMN_NAME = 'username'");
+    script.Line(u"INTO @collation;");
 }
 
 void CountTakenNames(Script& script, const std::vector<std::u16string>& names) {
     constexpr std::size_t kNamesOfAStatement = 200;
     script.Line(u"-- Names that are in use already, as the database compares names.");
     script.Line(u"SET @taken_names = 0, @names = '';");
+    FindCollation(script);
+    const std::u16string counting =
+        u"SELECT @taken_names + COUNT(*), CONCAT_WS(', ', NULLIF(@names, ''), "
+        u"GROUP_CONCAT(CONVERT(username USING utf8mb4) ORDER BY username SEPARATOR ', ')) FROM " +
+        script.Name(u"users") + u" WHERE CONVERT(username USING utf8mb4) COLLATE ";
     for (std::size_t from = 0; from < names.size(); from += kNamesOfAStatement) {
         std::u16string list;
         const std::size_t end = std::min(from + kNamesOfAStatement, names.size());
         for (std::size_t at = from; at < end; ++at) list += (at == from ? u"" : u", ") + Quoted(names[at]);
-        const std::u16string taken =
-            u" FROM " + script.Name(u"users") + u" WHERE username IN (" + list + u")";
-        script.Line(
-            u"SELECT @taken_names + COUNT(*), CONCAT_WS(', ', NULLIF(@names, ''), "
-            u"GROUP_CONCAT(username ORDER BY username SEPARATOR ', '))" +
-            taken + u" INTO @taken_names, @names;");
+        AskTables(script, u"CONCAT(" + Quoted(counting) + u", @collation, " +
+                              Quoted(u" IN (" + list + u") INTO @taken_names, @names") + u")");
     }
     script.Line();
 }
@@ -185,9 +216,9 @@ void SumUp(Script& script) {
 
 void WriteCheck(Script& script, const std::vector<TableSummary>& tables,
                 const std::vector<std::u16string>& memberNames) {
+    CompareColumns(script, tables);
     CountTakenNumbers(script, tables);
     CountTakenNames(script, memberNames);
-    CompareColumns(script, tables);
     SumUp(script);
 }
 
@@ -241,12 +272,9 @@ void ShowCheck(Script& script, const std::vector<TableSummary>& tables) {
 // find.
 void GoOnOnlyIf(Script& script, std::u16string_view problems, std::u16string_view otherwise,
                 std::u16string_view statement) {
-    script.Line(u"SET @step = IF(" + std::u16string(problems) + u" = '', '" + std::u16string(statement) +
-                u"', CONCAT('SELECT `" + std::u16string(otherwise) + u"', LEFT(" + std::u16string(problems) +
-                u", 150), '`'));");
-    script.Line(u"PREPARE tessaly_step FROM @step;");
-    script.Line(u"EXECUTE tessaly_step;");
-    script.Line(u"DEALLOCATE PREPARE tessaly_step;");
+    const std::u16string failing(problems);
+    RunStep(script, u"IF(" + failing + u" = '', '" + std::u16string(statement) + u"', CONCAT('SELECT `" +
+                        std::u16string(otherwise) + u"', LEFT(" + failing + u", 150), '`'))");
     script.Line();
 }
 

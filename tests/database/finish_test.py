@@ -539,6 +539,34 @@ class Trouble(FinishTest):
         rows = self.assert_not_ready("1 columns lack characters")
         self.assertEqual(rows[0][2], "mybb_posts.message")
 
+    def test_a_prefix_that_is_not_there(self):
+        self.assertEqual(self.board.finish_again("--prefix", "other_"), (0, ""))
+        (row, last) = self.board.check()
+        self.assertRegex(last[0], r"^not ready: \d+ columns are missing$")
+        self.assertEqual(row[0], "columns that are missing")
+        self.assertEqual(row[3], "see whether prefix and version are right")
+        status, said = self.board.load()
+        self.assertEqual(status, 1)
+        self.assertRegex(said, r"not ready: \d+ columns are missing")
+
+    def test_a_table_that_is_not_there(self):
+        self.ask("RENAME TABLE attachments_ TO elsewhere")
+        (row, last) = self.board.check()
+        # Eight columns that are loaded and four that are set.
+        self.assertEqual(last[0], "not ready: 12 columns are missing")
+        self.assertIn("mybb_attachments.filename", row[2])
+
+    def test_names_in_tables_of_other_charsets(self):
+        # As one compares names, and as another does.
+        for charset, collation in (("utf8mb3", "utf8mb3_unicode_ci"), ("latin1", "latin1_german1_ci")):
+            with self.subTest(charset=charset):
+                self.make_forum(charset=charset)
+                self.ask(f"ALTER TABLE users_ CONVERT TO CHARACTER SET {charset} COLLATE {collation}")
+                self.add_user(100, "GEORG")
+                self.add_user(101, "Karin from örebro")
+                last = self.board.check()[-1][0]
+                self.assertTrue(last.startswith("not ready: 2 member names are taken"), last)
+
     def test_nothing_stays_of_a_load_that_loses_a_row(self):
         # Takes no two members with one mail address, which nobody can foresee.
         self.ask("ALTER TABLE users_ ADD UNIQUE KEY (email)")
@@ -586,6 +614,21 @@ class Extremes(FinishTest):
         self.assert_posts_and_threads_fit()
         self.assert_forums_fit()
         self.assert_members_fit()
+
+    def test_names_beyond_the_charset_of_the_members_table(self):
+        for charset, name in (("utf8mb3", "👍"), ("latin1", "Ёлка")):
+            with self.subTest(charset=charset):
+                self.make_forum()
+                self.ask(f"ALTER TABLE users_ CONVERT TO CHARACTER SET {charset}")
+                board = self.board_of_posts((name, "hello"))
+                self.assertEqual((board.status, board.errors), (0, ""))
+                (row, last) = board.check()
+                self.assertEqual(last[0], "not ready: 1 columns lack characters")
+                self.assertEqual(row[2], "mybb_users.username")
+                status, said = board.load()
+                self.assertEqual(status, 1)
+                self.assertIn("not ready: 1 columns lack characters", said)
+                shutil.rmtree(self.folder / "board")
 
     def test_names_that_the_database_takes_for_one_stay_apart(self):
         names = ["José", "Jose", "JOSÉ ", "Straße", "Strasse", "Strase", "かな", "カナ", "👍", "👎", "Ångström",
