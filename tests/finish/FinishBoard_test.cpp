@@ -820,7 +820,7 @@ TEST_F(FinishBoardTest, TheScriptsQuoteTheMembersNames) {
     board.AddUser(2, u"O({)Hara(>)");
     board.Finish();
     // Twice, since the names stand in a statement within a text.
-    EXPECT_TRUE(Holds(board.Read("1 Check.sql"), "' IN (''OHara\\\\\\\\) INTO @taken_names"));
+    EXPECT_TRUE(Holds(board.Read("1 Check.sql"), "' IN (''O''''Hara\\\\\\\\'') INTO @taken_names"));
     EXPECT_EQ(board.Table("users").at(0)[1], "O'Hara\\\\");
 }
 
