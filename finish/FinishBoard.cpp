@@ -120,6 +120,16 @@ void NoteWhatIsMissing(Board& board) {
             u" posts are by members that have no row; they are guests' posts now.");
 }
 
+// A page that the run did not go through to its end has posts and no row.
+void TellCutOffRun(Board& board, std::vector<std::u16string>& warnings) {
+    if (board.threadsWithoutRow.empty()) return;
+    const std::size_t pages = board.threadsWithoutRow.size();
+    warnings.push_back(u"The conversion was cut off: the posts of " +
+                       ToText(static_cast<std::int64_t>(pages)) + (pages == 1 ? u" page" : u" pages") +
+                       u" have no thread row. Convert the board again.");
+    board.leftOver.notes.push_back(warnings.back());
+}
+
 // The pages that lay in the secure folder, away from the front page.
 void ListHiddenPages(Board& board) {
     std::u16string openFolder;
@@ -157,6 +167,7 @@ Finished Finish(const FinishOptions& options) {
     SettleCharset(board, finished.warnings);
     SettleForumAddress(board, finished.warnings);
     ReadAll(board);
+    TellCutOffRun(board, finished.warnings);
     NoteWhatIsMissing(board);
     ListHiddenPages(board);
 

@@ -140,6 +140,22 @@ TEST_F(FinishBoardTest, PostsWithoutAThreadRowBecomeOneOfTheirOwn) {
     EXPECT_EQ(board.Column("threads", kReplies), (Values{"0", "1"}));
 }
 
+TEST_F(FinishBoardTest, ARunThatWasCutOffIsTold) {
+    board.Thread(1, 2, u"One", 1, 1);
+    board.AddPost(1, 2, 10, u"a", u"3^111^1");
+    board.AddPost(2, 2, 20, u"b", u"3^112^2");
+    const std::u16string warning =
+        u"The conversion was cut off: the posts of 1 page have no thread row. Convert the board again.";
+    EXPECT_EQ(board.Finish().warnings, std::vector<std::u16string>{warning});
+    EXPECT_TRUE(Holds(board.Read("Left over.txt"), "The conversion was cut off"));
+}
+
+TEST_F(FinishBoardTest, AWholeRunIsNotTakenForOneThatWasCutOff) {
+    board.Thread(1, 2, u"One", 1, 1);
+    board.AddPost(1, 2, 10, u"a", u"3^111^1");
+    EXPECT_EQ(board.Finish().warnings, std::vector<std::u16string>{});
+}
+
 TEST_F(FinishBoardTest, TheStartNumbersAreThoseAskedFor) {
     board.options.firstForum = 100;
     board.options.firstThread = 200;
