@@ -92,7 +92,7 @@ bool IsFull(const ConversionState& state, const OutputFile& file, std::u16string
 
 // What no file can be called fails as writing it would.
 void CheckFileName(std::u16string_view path) {
-    constexpr std::size_t kLongest = 250;
+    constexpr std::size_t kLongest = 255;
     const std::u16string_view name = From(path, FindBackward(path, u"\\") + 1);
     const bool isFolder = name.empty() || name == u"." || name == u"..";
     if (isFolder || platform::ToUtf8(name).size() > kLongest) Raise(kWriteFailed);

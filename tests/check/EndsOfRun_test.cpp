@@ -209,6 +209,23 @@ TEST(EndsOfRunTogether, AreFoundInOneCheckEachAtItsPlace) {
     EXPECT_EQ(board.Of(kGroupName).front().line, 3);
 }
 
+void WriteTopWithALongName(CheckedBoard& board, std::size_t length) {
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.state.optCreateRedirectionFiles = true;
+    const std::string name = "13" + std::string(length - 7, 'x') + ".html";
+    board.WritePage("12/12.html",
+                    Head() + Top(13, "http://old.example/discus/messages/12/" + name, "Valves"));
+    board.WritePage("12/" + name, PageHead("12/Radios", "13/Valves", "Valves", "Valves"));
+}
+
+TEST(EndsOfRunTogether, ARedirectPageOfTheLongestNameThatAFileCanHaveIsNone) {
+    CheckedBoard board;
+    WriteTopWithALongName(board, 255);
+    EXPECT_EQ(testing::EndsOf(board.Check()), 0);
+    board.Convert();
+    EXPECT_FALSE(board.state.Progress.WasCancelled);
+}
+
 TEST(EndsOfRunTogether, TellThePositionAndTheWordsOfTheTagThatIsOdd) {
     CheckedBoard board;
     board.WriteBoardFile(BoardFile("Main", {12}));
