@@ -11,7 +11,9 @@ namespace {
 
 using enum FindingKind;
 
+// What is translated of a post or an announcement.
 std::u16string_view BodyOf(std::u16string_view section) {
+    if (!StandsAt(section, 1, u"<!--Post: ")) return section;
     const Position open = Find(section, u"<!--Text-->");
     if (open == 0) return section;
     const Position close = Find(section, u"<!--/Text-->", open);
@@ -43,7 +45,11 @@ std::u16string_view OddLink(std::u16string_view text) {
     constexpr std::u16string_view kLink = u"<a href=";
     for (Position at = Find(text, kLink); at != 0; at = Find(text, kLink, at + 1)) {
         const Position end = Find(text, u">", at);
-        if (end != 0 && !Contains(Between(text, at, end), u"/")) return From(text, at);
+        const Position close = Find(text, u"</a>", at);
+        if (end == 0 || close == 0) return text;
+        const std::u16string_view link = Between(text, at, close);
+        const bool isLocal = Contains(link, u"/discus/messages/") || Contains(link, u"/secure/");
+        if (isLocal && !Contains(Between(text, at, end), u"/")) return From(text, at);
     }
     return text;
 }
@@ -97,11 +103,11 @@ FindingKind BoardCheck::KindOf(std::u16string_view label, const RunTimeError& er
         return kFontTags;
     }
     if (isOf(u"DiscusProcessLinks()")) {
-        words = OddLink(section);
+        words = OddLink(BodyOf(section));
         return kLinkAddress;
     }
     if (isOf(u"ProcessAttachments()")) {
-        words = PlaceIn(section, u"<!--attachment:");
+        words = PlaceIn(BodyOf(section), u"<!--attachment:");
         return IsFullAddress(state_.DiscusWebsite) ? kAttachmentAddress : kWebsite;
     }
     if (isOf(u"DiscusProcessPostsOnPage()") || isOf(u"mybbWriteAnnouncementMsg()")) {
@@ -110,7 +116,8 @@ FindingKind BoardCheck::KindOf(std::u16string_view label, const RunTimeError& er
             return kPostTime;
         }
         if (number != kInvalidCall) return kOtherFailure;
-        words = section.empty() ? LastPostTag(CurrentIndex(state_).PageData) : PlaceIn(section, u"<img src=");
+        words = section.empty() ? LastPostTag(CurrentIndex(state_).PageData)
+                                : PlaceIn(BodyOf(section), u"<img src=");
         return section.empty() ? kPostTag : kImageQuotes;
     }
     if (isOf(u"DiscusAddMember()")) return number == kOverflow ? kMemberNumber : kMemberFields;

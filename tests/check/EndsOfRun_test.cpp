@@ -242,6 +242,37 @@ TEST(EndsOfRunTogether, TellThePositionAndTheWordsOfTheTagThatIsOdd) {
     EXPECT_EQ(finding.words, u"one two <font size=2>x</font> <font face=Arial>y<!--/Text--> <!--/Post: 5-->");
 }
 
+// A post's head may hold a picture and a link to the poster's address.
+std::string PostWithAHead(const std::string& body) {
+    return Head() +
+           "<!--Post: 5--><img src=\"http://old.example/p.gif\" alt=p>"
+           "<!--name--><a href=\"mailto:anna@host.example\">Anna</a><!--/name-->"
+           "<!--Time: 1043846797--><!--Text-->" +
+           body + "<!--/Text--><!--/Post: 5-->\n";
+}
+
+TEST(EndsOfRunTogether, TellTheLinkOfThePostsTextNotThatOfItsHead) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    const std::string page = PostWithAHead("<a href=\"y\">z</a> <a href=\"x\">/secure/</a>");
+    board.WritePage("12/12.html", page);
+    board.Check();
+    ASSERT_EQ(board.CountOf(kLinkAddress), 1);
+    EXPECT_EQ(board.Of(kLinkAddress).front().position, static_cast<Position>(page.find("<a href=\"x\"") + 1));
+}
+
+TEST(EndsOfRunTogether, TellThePictureOfThePostsTextNotThatOfItsHead) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    const std::string page =
+        PostWithAHead("<img src=http://old.example/discus/messages/12/a-1.jpg alt=Dial>");
+    board.WritePage("12/12.html", page);
+    board.Check();
+    ASSERT_EQ(board.CountOf(kImageQuotes), 1);
+    EXPECT_EQ(board.Of(kImageQuotes).front().position,
+              static_cast<Position>(page.find("<img src=http:") + 1));
+}
+
 TEST(EndsOfRunTogether, NameThePageAtWhichALoopOfThreeEndsTheRun) {
     CheckedBoard board;
     board.WriteBoardFile(BoardFile("Main", {12}));
