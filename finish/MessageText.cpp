@@ -76,7 +76,9 @@ class Translation {
 
     bool TakeLink() {
         if (!BeginsWith(rest_, kLink)) return false;
-        const std::size_t end = rest_.find(u']');
+        // No address of the old board is longer.
+        constexpr std::size_t kLongestAddress = 4096;
+        const std::size_t end = rest_.substr(0, kLink.size() + kLongestAddress).find(u']');
         if (end == kNowhere) return false;
         const auto address = newAddress_(rest_.substr(kLink.size(), end - kLink.size()));
         if (!address) return false;

@@ -510,6 +510,7 @@ std::vector<std::u16string> MemberNames(const Board& board) {
     for (const auto& [number, member] : board.members) numbers.push_back(number);
     std::ranges::sort(numbers);
     std::vector<std::u16string> names;
+    names.reserve(numbers.size());
     for (const std::int32_t number : numbers) names.push_back(board.members.at(number).name);
     return names;
 }
