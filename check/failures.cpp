@@ -88,12 +88,13 @@ FindingKind BoardCheck::KindOf(std::u16string_view label, const RunTimeError& er
     const auto isOf = [label](std::u16string_view routine) { return Contains(label, routine); };
     const int number = error.number;
     if (number == kOutOfStackSpace) return kPageLoop;
+    if (isOf(u"SaveRedirectFile()") || isOf(u"WriteFileData()")) return kRedirectPath;
+    if (isOf(u"SetupFolderLocations()")) return kOtherFailure;
     if (IsReadingFailure(number)) return kFileNotRead;
     if (isOf(u"DiscusGetReplaceableCharacterArray()")) return kCharacterFile;
     if (isOf(u"GetFileDataCharset()") || isOf(u"WriteFileLine()")) {
         return number == kInvalidCall ? kCharset : kOtherFailure;
     }
-    if (isOf(u"SaveRedirectFile()") || isOf(u"WriteFileData()")) return kRedirectPath;
     if (isOf(u"DiscusProcessBoardTopics()")) {
         words = CurrentIndex(state_).TopSection;
         return kSubtopicLink;

@@ -52,6 +52,9 @@ void CheckOutputFolder(ConversionState& state) {
     state.mybbAttachmentsFolder = state.mybbOutputFolder + u"Attachments\\";
     state.mybbRedirectFolder = state.mybbOutputFolder + u"redirect\\discus\\messages\\";
     const std::u16string folder = StripTrailingBackslash(state.mybbOutputFolder);
+    GoingOnInCheck(state, u" - SetupFolderLocations()", [&folder] {
+        if (platform::FileExists(folder)) Raise(kPathAccessError);
+    });
     if (platform::FolderExists(folder)) static_cast<void>(MayDeleteFolder(state, folder));
     state.CancelRequested = false;
 }

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "control/RoutineHandler.h"
 #include "control/modDefinitions.h"
@@ -106,6 +108,11 @@ struct CheckListener {
     std::int32_t MemberLine = 0;  // of the member file, from 1
     const clsMember* Member = nullptr;
     std::unordered_map<std::int32_t, std::int32_t> LinesOfMembers;  // by member number
+
+    // What a run would have made by now for its redirection pages. Of the files only those that have a number
+    // for a name, as the folders do: no other can be in the way of one.
+    std::unordered_set<std::u16string> RedirectFolders;
+    std::unordered_set<std::u16string> RedirectFiles;
 };
 
 inline bool IsCheck(const ConversionState& state) {

@@ -10,6 +10,7 @@
 #include "platform/charset.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "reader/TagScanning.h"
 #include "text/numbers.h"
 
 namespace tessaly {
@@ -90,12 +91,14 @@ bool IsFull(const ConversionState& state, const OutputFile& file, std::u16string
     return state.SplitMBSize >= 1 && Add(Length(line), file.Size) > state.SplitMBSize;
 }
 
-// What no file can be called fails as writing it would.
-void CheckFileName(std::u16string_view path) {
-    constexpr std::size_t kLongest = 255;
+// What no file can be called, or a folder is called already, fails as writing it would.
+void CheckFile(CheckListener& check, std::u16string_view path) {
     const std::u16string_view name = From(path, FindBackward(path, u"\\") + 1);
     const bool isFolder = name.empty() || name == u"." || name == u"..";
-    if (isFolder || platform::ToUtf8(name).size() > kLongest) Raise(kWriteFailed);
+    if (isFolder || platform::ToUtf8(name).size() > kLongestName) Raise(kWriteFailed);
+    std::u16string file(path);
+    if (check.RedirectFolders.contains(file)) Raise(kWriteFailed);
+    if (LeadingDigits(name).size() == name.size()) check.RedirectFiles.insert(std::move(file));
 }
 
 }  // namespace
@@ -151,7 +154,7 @@ void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16s
 }
 
 void WriteFileData(ConversionState& state, std::u16string_view path, std::u16string_view text) try {
-    if (IsCheck(state)) return CheckFileName(path);
+    if (IsCheck(state)) return CheckFile(*state.Check, path);
     TextStream stream(state.Charset);
     stream.WriteText(text);
     WithFile(state, path, [&] { stream.SaveToFile(path); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "control/modDefinitions.h"
@@ -20,6 +21,9 @@ void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16s
 
 // Writes one whole text in `Charset` to one file, replacing an old one.
 void WriteFileData(ConversionState& state, std::u16string_view path, std::u16string_view text);
+
+// How many bytes the name of a file or a folder can have.
+inline constexpr std::size_t kLongestName = 255;
 
 // Saves a family's open stream under its name, writes its statement unless the table name is empty, and lets
 // the stream go. Does nothing for a family without a stream; raises what saving raises.

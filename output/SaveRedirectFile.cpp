@@ -4,6 +4,7 @@
 #include "control/Settings.h"
 #include "control/checking.h"
 #include "output/OutputFiles.h"
+#include "platform/charset.h"
 #include "text/numbers.h"
 #include "text/split.h"
 
@@ -18,6 +19,15 @@ std::u16string BaseFolder(const ConversionState& state) {
                                   messages);
 }
 
+// Fails as making the folder would. A file in its way is told once.
+void CheckFolder(CheckListener& check, std::u16string_view folder) {
+    const std::u16string path = StripTrailingBackslash(folder);
+    const std::u16string_view name = From(path, FindBackward(path, u"\\") + 1);
+    if (platform::ToUtf8(name).size() > kLongestName) Raise(kPathAccessError);
+    check.RedirectFolders.insert(path);
+    if (check.RedirectFiles.erase(path) > 0) Raise(kPathNotFound);
+}
+
 }  // namespace
 
 void SaveRedirectFile(ConversionState& state, std::u16string_view path, std::int32_t number,
@@ -30,7 +40,10 @@ void SaveRedirectFile(ConversionState& state, std::u16string_view path, std::int
     const std::u16string folder =
         ToolboxLibrary::AddBackslash(BaseFolder(state)) + std::u16string(Element(steps, 0));
     const std::u16string file = ToolboxLibrary::AddBackslash(folder) + std::u16string(Element(steps, 1));
-    if (IsCheck(state)) return WriteFileData(state, file, {});
+    if (IsCheck(state)) {
+        CheckFolder(*state.Check, folder);
+        return WriteFileData(state, file, {});
+    }
     ToolboxLibrary::MakeFolderPath(folder);
     std::u16string page = state.RedirectTemplate;
     ReplaceAll(page, u"AAAAA", textA);

@@ -94,6 +94,29 @@ const std::vector<EndOfRun>& AllEnds() {
              board.WritePage("12/12.html",
                              Head() + Top(13, "http://old.example/discus/messages/12/", "Valves"));
          }},
+        {"ARedirectFileInTheWayOfAFolder", kRedirectPath, u"76 - SaveRedirectFile()",
+         [](CheckedBoard& board) {
+             board.WritePage("12/12.html", Head() + Top(12, "http://old.example/discus/messages/12", "x") +
+                                               Top(13, "http://old.example/discus/messages/12/13.html", "y"));
+             board.WriteBoardFile(BoardFile("Main", {12, 14}));
+             board.WritePage("14/14.html", PageHead("14/Tapes", "14/Tapes", "Tapes", "Tapes") +
+                                               Post(9, "Anna", "1043846797", "Hello"));
+         }},
+        {"ARedirectFolderWithTooLongAName", kRedirectPath, u"75 - SaveRedirectFile()",
+         [](CheckedBoard& board) {
+             board.WritePage(
+                 "12/12.html",
+                 Head() + Top(13, "http://old.example/discus/messages/" + std::string(300, '7') + "/13.html",
+                              "Valves"));
+         }},
+        {"ARedirectFileCalledLikeAFolder", kRedirectPath, u"3004 - WriteFileData()",
+         [](CheckedBoard& board) {
+             board.WriteBoardFile(BoardFile("Main", {12, 13}));
+             board.WritePage("13/13.html", PageHead("13/Tapes", "13/Tapes", "Tapes", "Tapes") +
+                                               Top(14, "http://old.example/discus/messages/../12", "x"));
+         }},
+        {"AnOutputFolderThatIsAFile", kOtherFailure, u"75 - SetupFolderLocations()",
+         [](CheckedBoard& board) { board.folder.Write("output", "x"); }},
         {"APageNameWhoseTokensMakeATag", kForumName, u"5 - DiscusProcessBoardTopics() - ",
          [](CheckedBoard& board) {
              board.WritePage("12/12.html", PageHead("12/Radios", "12/a`b\\c", "Radios", "Old radios") +
