@@ -390,9 +390,14 @@ void BoardCheck::CountMembers() {
 }
 
 void BoardCheck::FindUnreached() {
+    // Where the walk never took place nothing can be told of what it left out.
+    if (boardText_.empty()) return;
     for (const std::u16string& messageFolder :
          {state_.DiscusMessageFolder, state_.DiscusSecureMessageFolder}) {
-        if (!platform::FolderExists(messageFolder)) continue;
+        // Hidden pages that are to be left out are told where an entry leads to them.
+        const bool isLeftOut =
+            !state_.optCreateHiddenTopics && messageFolder == state_.DiscusSecureMessageFolder;
+        if (isLeftOut || !platform::FolderExists(messageFolder)) continue;
         std::vector<std::u16string> folders;
         IgnoringErrors([&] { folders = platform::Subfolders(messageFolder); });
         for (const std::u16string& folder : folders) {

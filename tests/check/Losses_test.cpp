@@ -198,6 +198,25 @@ TEST(Losses, AHiddenPageThatIsLeftOutIsWorthKnowing) {
     EXPECT_EQ(board.CountOf(kMissingPage), 0);
 }
 
+TEST(Losses, AHiddenPageThatIsLeftOutIsNoneThatNothingLeadsTo) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12, 13}));
+    board.WritePage("13/13.html", Head());
+    board.WriteSecurePage("12/12.html", Head());
+    board.state.optCreateHiddenTopics = false;
+    board.Check();
+    EXPECT_EQ(board.CountOf(kHiddenPageLeftOut), 1);
+    EXPECT_EQ(board.CountOf(kUnreachedPage), 0);
+}
+
+TEST(Losses, WithoutABoardFileNoPageIsToldAsUnreached) {
+    CheckedBoard board;
+    board.WritePage("12/12.html", Head());
+    board.Check();
+    EXPECT_EQ(board.CountOf(kMessage), 1);
+    EXPECT_EQ(board.CountOf(kUnreachedPage), 0);
+}
+
 TEST(Losses, TopsThatTouchInTheBoardFileAreTold) {
     CheckedBoard board;
     board.WriteBoardFile(
