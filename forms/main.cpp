@@ -2,7 +2,10 @@
 #include <QCommandLineParser>
 #include <QIcon>
 #include <QStatusBar>
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 
 #include "control/NameProgram.h"
 #include "forms/frmConvert.h"
@@ -13,6 +16,7 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 constexpr int kUntrapped = 3;
+constexpr int kNoScreen = 3;
 
 // The options of the command line.
 struct Arguments {
@@ -45,6 +49,22 @@ void AnswerWithoutScreen(int& argc, char** argv) {
     if (arguments.parser.isSet(arguments.version)) arguments.parser.showVersion();
 }
 
+bool IsScreenNamed() {
+    return std::ranges::any_of(std::to_array({"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}),
+                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+}
+
+// Takes what Qt says while it looks for a screen. It would abort without one, and what it says of that helps
+// only where a screen is named.
+void TakeMessageOfStart(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type == QtFatalMsg) {
+        std::fputs("tessaly finds no screen for its window. tessaly-cli does the same work without one.\n",
+                   stderr);
+        std::_Exit(kNoScreen);
+    }
+    if (IsScreenNamed()) std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
 std::u16string PathText(const QString& native) {
     if (native.isEmpty()) return {};
     return tessaly::platform::AbsolutePathText(tessaly::platform::ToNative(tessaly::FromQt(native)));
@@ -65,7 +85,9 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(TESSALY_VERSION));
     AnswerWithoutScreen(argc, argv);
 
+    const QtMessageHandler usual = qInstallMessageHandler(TakeMessageOfStart);
     const QApplication application(argc, argv);
+    qInstallMessageHandler(usual);
     // A run goes on behind a closed window.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(ProgramIcon());

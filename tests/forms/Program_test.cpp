@@ -9,6 +9,7 @@ using tessaly::testing::TemporaryFolder;
 namespace {
 
 constexpr int kWrongUsage = 2;
+constexpr int kNoScreen = 3;
 
 struct Outcome {
     int status;
@@ -37,6 +38,9 @@ QString Native(const TemporaryFolder& folder, const char* name) {
     return QString::fromStdU16String(folder.Native(name).u16string());
 }
 
+const char* const kPointer =
+    "tessaly finds no screen for its window. tessaly-cli does the same work without one.\n";
+
 // A value that the load writes back in its plain form, so that a settings file tells whether it was read.
 const char* const kToBeRewritten = "[Settings]\nDisplay=01\n";
 
@@ -61,6 +65,22 @@ class Program : public QObject {
         const Outcome version = Start({QStringLiteral("--version")}, WithoutScreen());
         QCOMPARE(version.status, 0);
         QCOMPARE(version.output.trimmed(), QStringLiteral("tessaly " TESSALY_VERSION));
+    }
+
+    void withoutAScreenItPointsAtTheCommandLine() {
+        const Outcome outcome = Start({}, WithoutScreen());
+        QCOMPARE(outcome.status, kNoScreen);
+        QCOMPARE(outcome.errors, QString::fromLatin1(kPointer));
+        QVERIFY(outcome.output.isEmpty());
+    }
+
+    void aScreenThatDoesNotAnswerIsNamedBefore() {
+        QProcessEnvironment environment = WithoutScreen();
+        environment.insert(QStringLiteral("DISPLAY"), QStringLiteral("nowhere:77"));
+        const Outcome outcome = Start({}, environment);
+        QCOMPARE(outcome.status, kNoScreen);
+        QVERIFY(outcome.errors.contains(QStringLiteral("nowhere:77")));
+        QVERIFY(outcome.errors.endsWith(QString::fromLatin1(kPointer)));
     }
 
     void whatItDoesNotKnowIsWrongUsage() {
