@@ -1,6 +1,8 @@
 #include <QAction>
 #include <QDesktopServices>
 #include <QFile>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
 #include <QUrl>
@@ -31,6 +33,29 @@ class Browser : public QObject {
     void Open(const QUrl& page) { pages << page; }
 };
 
+// Clicks Cancel in the box of a check when the check first lets events in, long before the box shows itself.
+class Canceller {
+  public:
+    explicit Canceller(QWidget& form) : form_(form) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
+        timer_.start(0);
+    }
+
+    int clicks = 0;
+
+  private:
+    void Look() {
+        auto* const box = form_.findChild<QProgressDialog*>();
+        if (box == nullptr || clicks > 0) return;
+        ++clicks;
+        box->show();
+        QTest::mouseClick(box->findChild<QPushButton*>(), Qt::LeftButton);
+    }
+
+    QWidget& form_;
+    QTimer timer_;
+};
+
 class CheckTest : public QObject {
     Q_OBJECT
 
@@ -39,6 +64,8 @@ class CheckTest : public QObject {
     void opensThePageOfTheFieldsAsTheyStand();
     void writesNothingAndLeavesTheFormAsItIs();
     void waitsUntilARunIsOver();
+    void endsWithoutAReportWhenCancelIsClicked();
+    void leavesTheFormReadyWhenItWasCancelled();
 };
 
 void CheckTest::standsInTheFileMenuBeforeExit() {
@@ -85,6 +112,35 @@ void CheckTest::waitsUntilARunIsOver() {
     QVERIFY(browser.pages.isEmpty());
     open.ClickMenu("mnuCheck");
     QCOMPARE(browser.pages.size(), 1);
+}
+
+void CheckTest::endsWithoutAReportWhenCancelIsClicked() {
+    const Browser browser;
+    OpenForm open;
+    open.WriteThreePages();
+    const Canceller canceller(open.form);
+    open.ClickMenu("mnuCheck");
+    QCOMPARE(canceller.clicks, 1);
+    QVERIFY(browser.pages.isEmpty());
+    QVERIFY(open.form.statusBar()->currentMessage().isEmpty());
+    QVERIFY(open.boxes.texts.isEmpty());
+    QVERIFY(open.form.findChild<QProgressDialog*>() == nullptr);
+}
+
+void CheckTest::leavesTheFormReadyWhenItWasCancelled() {
+    const Browser browser;
+    OpenForm open;
+    open.WriteThreePages();
+    const Canceller canceller(open.form);
+    open.ClickMenu("mnuCheck");
+    QCOMPARE(canceller.clicks, 1);
+    open.ClickMenu("mnuCheck");
+    QCOMPARE(browser.pages.size(), 1);
+    QVERIFY(browser.Text().contains(QStringLiteral("<dt>Posts</dt><dd>3</dd>")));
+    open.Click("cmdConvert");
+    QCOMPARE(open.state.PostCounter, 3);
+    QCOMPARE(open.boxes.texts.size(), 1);
+    QVERIFY(!open.boxes.texts.first().contains(QStringLiteral("Cancelled")));
 }
 
 QTEST_MAIN(CheckTest)
