@@ -104,9 +104,14 @@ void RunStep(Script& script, std::u16string_view text) {
     script.Line(u"DEALLOCATE PREPARE tessaly_step;");
 }
 
-// Asks of tables that may not be there, which only a statement in a text may do.
-void AskTables(Script& script, std::u16string_view text) {
-    RunStep(script, u"IF(@missing = 0, " + std::u16string(text) + u", 'DO 0')");
+// Asks of a column that may not be there, which only a statement in a text may do.
+void AskColumn(Script& script, std::u16string_view table, std::u16string_view column,
+               std::u16string_view text) {
+    RunStep(script,
+            u"IF(EXISTS (SELECT 1 FROM information_schema.COLUMNS WHERE TABLE_SCHEMA = DATABASE() AND "
+            u"TABLE_NAME = " +
+                script.BareName(table) + u" AND COLUMN_NAME = " + Quoted(column) + u"), " +
+                std::u16string(text) + u", 'DO 0')");
 }
 
 void CountTakenNumbers(Script& script, const std::vector<TableSummary>& tables) {
@@ -117,7 +122,8 @@ void CountTakenNumbers(Script& script, const std::vector<TableSummary>& tables) 
         const std::u16string taken = Variable(u"taken", table.table);
         script.Line({u"SET ", taken, u" = 0;"});
         if (table.rows > 0)
-            AskTables(script, Quoted(u"SET " + taken + u" = " + CountOf(script, table, *speech)));
+            AskColumn(script, table.table, speech->key,
+                      Quoted(u"SET " + taken + u" = " + CountOf(script, table, *speech)));
     }
     script.Line();
 }
@@ -150,8 +156,9 @@ void CountTakenNames(Script& script, const std::vector<std::u16string>& names) {
         std::u16string list;
         const std::size_t end = std::min(from + kNamesOfAStatement, names.size());
         for (std::size_t at = from; at < end; ++at) list += (at == from ? u"" : u", ") + Quoted(names[at]);
-        AskTables(script, u"CONCAT(" + Quoted(counting) + u", @collation, " +
-                              Quoted(u" IN (" + list + u") INTO @taken_names, @names") + u")");
+        AskColumn(script, u"users", u"username",
+                  u"CONCAT(" + Quoted(counting) + u", @collation, " +
+                      Quoted(u" IN (" + list + u") INTO @taken_names, @names") + u")");
     }
     script.Line();
 }

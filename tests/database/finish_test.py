@@ -534,6 +534,25 @@ class Trouble(FinishTest):
         rows = self.assert_not_ready("1 columns are missing")
         self.assertEqual(rows[0][2], "mybb_posts.editreason")
 
+    def test_a_missing_column_hides_nothing_else(self):
+        self.ask("ALTER TABLE posts_ DROP editreason")
+        self.ask("INSERT INTO threads_ (tid, notes) VALUES (12, '')")
+        self.ask("INSERT INTO posts_ (pid, message) VALUES (49, '')")
+        self.add_user(16, "Lotte")
+        self.assert_not_ready("1 member numbers are taken", "1 thread numbers are taken", "1 post numbers are taken",
+                              "1 member names are taken", "1 columns are missing")  # fmt: skip
+
+    def test_numbers_without_a_column_are_not_asked_for(self):
+        self.ask("ALTER TABLE threads_ DROP tid")
+        self.ask("INSERT INTO posts_ (pid, message) VALUES (49, '')")
+        self.assert_not_ready("1 post numbers are taken", "1 columns are missing")
+
+    def test_names_without_a_column_are_not_asked_for(self):
+        self.ask("ALTER TABLE users_ DROP username")
+        self.ask("INSERT INTO users_ (uid, signature, buddylist, ignorelist, pmfolders, notepad, usernotes) "
+                 "VALUES (16, '', '', '', '', '', '')")  # fmt: skip
+        self.assert_not_ready("1 member numbers are taken", "1 columns are missing")
+
     def test_a_charset_that_lacks_characters(self):
         self.ask("ALTER TABLE posts_ MODIFY message text CHARACTER SET ascii NOT NULL")
         rows = self.assert_not_ready("1 columns lack characters")
@@ -551,10 +570,12 @@ class Trouble(FinishTest):
 
     def test_a_table_that_is_not_there(self):
         self.ask("RENAME TABLE attachments_ TO elsewhere")
-        (row, last) = self.board.check()
+        self.ask("INSERT INTO threads_ (tid, notes) VALUES (12, '')")
+        (taken, missing, last) = self.board.check()
         # Eight columns that are loaded and four that are set.
-        self.assertEqual(last[0], "not ready: 12 columns are missing")
-        self.assertIn("mybb_attachments.filename", row[2])
+        self.assertEqual(last[0], "not ready: 1 thread numbers are taken; 12 columns are missing")
+        self.assertEqual(taken[0], "thread numbers that are taken")
+        self.assertIn("mybb_attachments.filename", missing[2])
 
     def test_names_in_tables_of_other_charsets(self):
         # As one compares names, and as another does.
