@@ -32,19 +32,17 @@ bool BeginsWith(std::u16string_view text, std::u16string_view what) {
     return EqualIgnoringCase(text.substr(0, what.size()), what);
 }
 
-// One message while its tags are gone through.
-class Translation {
+// One message while its font tags are gone through.
+class FontTranslation {
   public:
-    Translation(std::u16string_view message, const NewAddress& newAddress)
-        : rest_(message), newAddress_(newAddress) {
+    explicit FontTranslation(std::u16string_view message) : rest_(message) {
         done_.reserve(message.size() + message.size() / 8);
     }
 
     std::u16string Whole() && {
         for (std::size_t at = rest_.find(u'['); at != kNowhere; at = rest_.find(u'[')) {
-            done_ += rest_.substr(0, at);
-            rest_.remove_prefix(at);
-            if (!TakeFontTag() && !TakeLink()) Keep(1);
+            Keep(at);
+            if (!TakeFontTag()) Keep(1);
         }
         done_ += rest_;
         done_ += fonts_.CloseAll();
@@ -74,25 +72,19 @@ class Translation {
         return false;
     }
 
-    bool TakeLink() {
-        if (!BeginsWith(rest_, kLink)) return false;
-        // No address of the old board is longer.
-        constexpr std::size_t kLongestAddress = 4096;
-        const std::size_t end = rest_.substr(0, kLink.size() + kLongestAddress).find(u']');
-        if (end == kNowhere) return false;
-        const auto address = newAddress_(rest_.substr(kLink.size(), end - kLink.size()));
-        if (!address) return false;
-        done_ += kLink;
-        done_ += *address;
-        rest_.remove_prefix(end);
-        return true;
-    }
-
     std::u16string_view rest_;
     std::u16string done_;
     FontTags fonts_;
-    const NewAddress& newAddress_;
 };
+
+// The address of a link at the head of a text, none where it has no end.
+std::optional<std::u16string_view> AddressOf(std::u16string_view link) {
+    // No address of the old board is longer.
+    constexpr std::size_t kLongestAddress = 4096;
+    const std::size_t end = link.substr(0, kLink.size() + kLongestAddress).find(u']');
+    if (end == kNowhere) return {};
+    return link.substr(kLink.size(), end - kLink.size());
+}
 
 std::size_t BytesOfUnit(char16_t unit) {
     if (unit < 0x80) return 1;
@@ -101,11 +93,32 @@ std::size_t BytesOfUnit(char16_t unit) {
     return (unit & 0xF800) == 0xD800 ? 2 : 3;
 }
 
-constexpr std::u16string_view kPaired[] = {u"b", u"center", u"size", u"font", u"color", u"url"};
-constexpr std::u16string_view kWhole[] = {u"url", u"img"};
+constexpr std::u16string_view kUrl = u"url";
+constexpr std::u16string_view kPaired[] = {u"b", u"center", u"size", u"font", u"color", kUrl};
 
-bool IsTag(std::u16string_view text) {
-    return text.size() > 2 && text.front() == u'[';
+// What is broken when it is cut: a link's opening, a picture, a link whose text is its address.
+struct Whole {
+    std::u16string_view opening;
+    std::u16string_view closing;
+};
+
+constexpr Whole kWholes[] = {{kLink, u"]"}, {u"[img", u"[/img]"}, {u"[url]", u"[/url]"}};
+
+// How long it is; 0 where it has no end, or another one begins before.
+std::size_t LengthOf(const Whole& whole, std::u16string_view text) {
+    for (std::size_t at = text.find_first_of(u"[]", 1); at != kNowhere;
+         at = text.find_first_of(u"[]", at + 1)) {
+        const std::u16string_view behind = text.substr(at);
+        if (BeginsWith(behind, whole.closing)) return at + whole.closing.size();
+        if (BeginsWith(behind, whole.opening)) return 0;
+    }
+    return 0;
+}
+
+std::size_t LengthOfTag(std::u16string_view text) {
+    constexpr std::size_t kLongestTag = 300;
+    const std::size_t end = text.substr(0, kLongestTag).find(u']');
+    return end == kNowhere || end == 1 ? 0 : end + 1;
 }
 
 // What stands behind the bracket and the slash, up to a value.
@@ -115,134 +128,196 @@ std::u16string_view NameOfTag(std::u16string_view tag) {
     return tag.substr(0, tag.find(u'='));
 }
 
-template <typename Names>
-bool IsAmong(std::u16string_view name, const Names& names) {
-    return std::ranges::any_of(names,
+bool IsPaired(std::u16string_view name) {
+    return std::ranges::any_of(kPaired,
                                [name](std::u16string_view known) { return EqualIgnoringCase(name, known); });
 }
 
-std::u16string ClosingOf(std::u16string_view opening) {
-    return u"[/" + std::u16string(NameOfTag(opening)) + u"]";
+bool IsOpening(std::u16string_view tag) {
+    return !tag.starts_with(u"[/");
 }
 
-// The tags that are open at a place of a message.
-using OpenTags = std::vector<std::u16string>;
-
-std::u16string OpeningsOf(const OpenTags& open) {
-    std::u16string text;
-    for (const std::u16string& tag : open) text += tag;
-    return text;
-}
-
-std::u16string ClosingsOf(const OpenTags& open) {
-    std::u16string text;
-    for (auto tag = open.rbegin(); tag != open.rend(); ++tag) text += ClosingOf(*tag);
-    return text;
-}
-
-// Goes through a message and remembers the last place at which it may be cut.
+// Goes through a message and cuts it. A piece's walk begins at what the one before has left.
 class Cutter {
   public:
-    Cutter(std::u16string_view message, std::size_t mostBytes) : rest_(message), mostBytes_(mostBytes) {}
+    Cutter(std::u16string_view message, const PieceSizes& sizes)
+        : rest_(message), most_(sizes.most), shortestLink_(kLink.size() + sizes.shortestAddress + 1) {}
 
     bool IsAtEnd() const { return rest_.empty(); }
+    bool IsTorn() const { return isTorn_; }
 
     std::u16string Next(std::size_t room) {
-        constexpr std::size_t kMostOfTags = 400;
-        constexpr std::size_t kSearched = 1000;
-        std::u16string opened = OpeningsOf(open_);
-        if (BytesInUtf8(opened) > kMostOfTags) {
-            opened.clear();
-            open_.clear();
-        }
-        const std::size_t most = mostBytes_ - std::min(room, mostBytes_ / 2) - BytesInUtf8(opened);
-        if (BytesInUtf8(rest_) <= most) {
-            opened += rest_;
+        if (BytesOfOpenings() > most_ / 2) DropOpenings();
+        std::u16string piece;
+        for (const std::u16string& tag : open_) piece += tag;
+        const std::size_t most = most_ - std::min(room, most_ / 2) - BytesOfOpenings();
+        if (RestFits(most)) {
+            piece += rest_;
             rest_ = {};
-            return opened;
+            return piece;
         }
-        const std::size_t cut = FindCut(most - kMostOfTags, kSearched);
-        NoteTags(cut);
-        std::u16string piece = opened + std::u16string(rest_.substr(0, cut));
-        const std::u16string closings = ClosingsOf(open_);
-        if (BytesInUtf8(closings) <= kMostOfTags) piece += closings;
+        const std::size_t cut = FindCut(most - kClosingBytes);
+        NoteTags(cut, most - kClosingBytes);
+        piece += rest_.substr(0, cut);
+        for (auto tag = open_.rbegin(); tag != open_.rend(); ++tag)
+            piece += u"[/" + std::u16string(NameOfTag(*tag)) + u"]";
         rest_.remove_prefix(cut);
         return piece;
     }
 
   private:
+    static constexpr std::size_t kMostOpen = 200;
+    static constexpr std::size_t kClosingBytes = kMostOpen * std::u16string_view(u"[/center]").size();
+
+    // What stays together: a tag, a picture, a pair of surrogates or a unit.
+    struct Element {
+        std::u16string_view text;
+        bool isTag = false;
+        bool isTornOff = false;  // the first unit of what no piece can hold
+    };
+
     struct Place {
         std::size_t at = 0;
         std::size_t bytes = 0;
     };
 
-    // Behind the last blank or line end outside of a link or picture, or before the link or picture, when
-    // that is near enough to the most.
-    std::size_t FindCut(std::size_t most, std::size_t searched) const {
-        constexpr std::size_t kLongestWhole = 3000;
+    Element ElementAt(std::size_t at) const {
+        const std::u16string_view text = rest_.substr(at);
+        if (text.front() != u'[') return UnitAt(at);
+        for (const Whole& whole : kWholes) {
+            if (!BeginsWith(text, whole.opening)) continue;
+            const std::size_t length = LengthOf(whole, text);
+            return length == 0 ? UnitAt(at) : Element{text.substr(0, length), whole.opening == kLink};
+        }
+        const std::size_t length = LengthOfTag(text);
+        return length == 0 ? UnitAt(at) : Element{text.substr(0, length), true};
+    }
+
+    Element UnitAt(std::size_t at) const {
+        const bool isPair = (rest_[at] & 0xFC00) == 0xD800 && at + 1 < rest_.size();
+        return {rest_.substr(at, isPair ? 2 : 1)};
+    }
+
+    Element ElementOfPiece(std::size_t at, std::size_t most) const {
+        const Element element = ElementAt(at);
+        const std::size_t bytes = BytesOf(element.text);
+        const bool isTooLong = bytes > most && (at == 0 || bytes > most_ - kClosingBytes);
+        return isTooLong ? Element{.text = UnitAt(at).text, .isTornOff = true} : element;
+    }
+
+    std::size_t BytesOf(std::u16string_view element) const {
+        const std::size_t bytes = BytesInUtf8(element);
+        return BeginsWith(element, kLink) ? std::max(bytes, shortestLink_) : bytes;
+    }
+
+    std::size_t BytesOfOpenings() const {
+        std::size_t bytes = 0;
+        for (const std::u16string& tag : open_) bytes += BytesOf(tag);
+        return bytes;
+    }
+
+    void DropOpenings() {
+        open_.clear();
+        isTorn_ = true;
+    }
+
+    bool RestFits(std::size_t most) const {
+        std::size_t bytes = 0;
+        for (std::size_t at = 0; at < rest_.size() && bytes <= most;) {
+            const std::u16string_view next = ElementAt(at).text;
+            at += next.size();
+            bytes += BytesOf(next);
+        }
+        return bytes <= most;
+    }
+
+    // Behind the last blank or line end outside of a link, or before the link, when that is near enough to
+    // the place up to which all fits.
+    std::size_t FindCut(std::size_t most) {
+        constexpr std::size_t kSearched = 1000;
+        constexpr std::size_t kLongestLinkText = 3000;
         std::size_t at = 0;
         std::size_t bytes = 0;
+        std::size_t torn = kNowhere;
         Place blank;
-        Place whole;
-        bool isWhole = false;
+        Place link;
+        bool isInLink = false;
         while (at < rest_.size()) {
-            const std::u16string_view next = rest_.substr(at, LengthAt(at));
-            const std::size_t nextBytes = BytesInUtf8(next);
+            const Element next = ElementOfPiece(at, most);
+            const std::size_t nextBytes = BytesOf(next.text);
             if (bytes + nextBytes > most) break;
-            if (IsTag(next) && IsAmong(NameOfTag(next), kWhole)) {
-                isWhole = !next.starts_with(u"[/");
-                whole = {at, bytes};
-            }
-            at += next.size();
+            if (next.isTornOff) torn = std::min(torn, at);
+            const std::size_t before = at;
+            at += next.text.size();
             bytes += nextBytes;
-            if (!isWhole && (next == u" " || next == u"\n")) blank = {at, bytes};
-        }
-        if (blank.bytes + searched >= most) return blank.at;
-        return isWhole && whole.at > 0 && whole.bytes + kLongestWhole >= most ? whole.at : at;
-    }
-
-    // The tags that are open where the message is cut. So many are never opened again that more are not
-    // noted.
-    void NoteTags(std::size_t cut) {
-        constexpr std::size_t kMostOpen = 200;
-        for (std::size_t at = 0; at < cut; at += LengthAt(at)) {
-            const std::u16string_view tag = rest_.substr(at, LengthAt(at));
-            if (!IsTag(tag) || !IsAmong(NameOfTag(tag), kPaired)) continue;
-            if (!tag.starts_with(u"[/")) {
-                if (open_.size() < kMostOpen) open_.emplace_back(tag);
-                continue;
+            if (next.isTag && EqualIgnoringCase(NameOfTag(next.text), kUrl)) {
+                isInLink = IsOpening(next.text);
+                link = {before, bytes};
             }
-            const std::u16string_view name = NameOfTag(tag);
-            const auto found = std::find_if(
-                open_.rbegin(), open_.rend(),
-                [name](const std::u16string& opened) { return EqualIgnoringCase(NameOfTag(opened), name); });
-            if (found != open_.rend()) open_.erase(std::next(found).base());
+            if (!isInLink && (next.text == u" " || next.text == u"\n")) blank = {at, bytes};
+        }
+        if (blank.at > 0 && blank.bytes + kSearched >= bytes) {
+            at = blank.at;
+        } else if (isInLink && link.at > 0 && link.bytes + kLongestLinkText >= bytes) {
+            at = link.at;
+        }
+        if (torn < at) isTorn_ = true;
+        return at;
+    }
+
+    // The tags that are open where the message is cut.
+    void NoteTags(std::size_t cut, std::size_t most) {
+        for (std::size_t at = 0; at < cut;) {
+            const Element element = ElementOfPiece(at, most);
+            at += element.text.size();
+            if (element.isTag && IsPaired(NameOfTag(element.text))) NoteTag(element.text);
         }
     }
 
-    // A tag counts as one, and so does a pair of surrogates.
-    std::size_t LengthAt(std::size_t at) const {
-        constexpr std::size_t kLongestTag = 300;
-        constexpr std::size_t kLongestLink = 1000;
-        if (rest_[at] == u'[') {
-            const std::size_t longest = BeginsWith(rest_.substr(at), kLink) ? kLongestLink : kLongestTag;
-            const std::size_t end = rest_.substr(at, longest).find(u']');
-            if (end != kNowhere && end > 1) return end + 1;
+    void NoteTag(std::u16string_view tag) {
+        if (IsOpening(tag)) {
+            if (open_.size() < kMostOpen) {
+                open_.emplace_back(tag);
+            } else {
+                isTorn_ = true;
+            }
+            return;
         }
-        const bool isPair = (rest_[at] & 0xFC00) == 0xD800 && at + 1 < rest_.size();
-        return isPair ? 2 : 1;
+        const std::u16string_view name = NameOfTag(tag);
+        const auto found = std::find_if(open_.rbegin(), open_.rend(), [name](const std::u16string& opened) {
+            return EqualIgnoringCase(NameOfTag(opened), name);
+        });
+        if (found != open_.rend()) open_.erase(std::next(found).base());
     }
 
     std::u16string_view rest_;
-    std::size_t mostBytes_;
-    OpenTags open_;
+    std::size_t most_;
+    std::size_t shortestLink_;
+    std::vector<std::u16string> open_;
+    bool isTorn_ = false;
 };
 
 }  // namespace
 
-std::u16string FinishMessage(std::u16string_view message, const NewAddress& newAddress) {
+std::u16string FinishMarkup(std::u16string_view message) {
     const std::u16string plain = TurnBackTokens(message);
-    return Translation(plain, newAddress).Whole();
+    return FontTranslation(plain).Whole();
+}
+
+std::u16string LeadLinks(std::u16string_view text, const NewAddress& newAddress) {
+    std::u16string led;
+    led.reserve(text.size() + text.size() / 8);
+    for (Position at = Find(text, kLink); at != 0; at = Find(text, kLink)) {
+        const auto length = static_cast<std::size_t>(at) - 1;
+        led += text.substr(0, length);
+        text.remove_prefix(length);
+        const auto old = AddressOf(text);
+        const auto address = old ? newAddress(*old) : std::nullopt;
+        led += text.substr(0, kLink.size());
+        if (address) led += *address;
+        text.remove_prefix(kLink.size() + (address ? old->size() : 0));
+    }
+    return led += text;
 }
 
 std::size_t BytesInUtf8(std::u16string_view text) {
@@ -251,13 +326,13 @@ std::size_t BytesInUtf8(std::u16string_view text) {
     return bytes;
 }
 
-std::vector<std::u16string> SplitMessage(std::u16string_view message, std::size_t mostBytes,
-                                         std::size_t roomInFirst) {
-    std::vector<std::u16string> pieces;
-    Cutter cutter(message, mostBytes);
+MessagePieces SplitMessage(std::u16string_view message, const PieceSizes& sizes) {
+    MessagePieces pieces;
+    Cutter cutter(message, sizes);
     do {
-        pieces.push_back(cutter.Next(pieces.empty() ? roomInFirst : 0));
+        pieces.texts.push_back(cutter.Next(pieces.texts.empty() ? sizes.roomInFirst : 0));
     } while (!cutter.IsAtEnd());
+    pieces.isTorn = cutter.IsTorn();
     return pieces;
 }
 

@@ -5,7 +5,6 @@
 
 #include "finish/FieldTokens.h"
 #include "finish/FinishError.h"
-#include "finish/MessageText.h"
 #include "members/clsTblUsers.h"
 #include "output/clsTblForums.h"
 #include "output/clsTblPosts.h"
@@ -118,26 +117,13 @@ std::size_t MakeThreadWithoutRow(Board& board, std::int32_t fid, const PageKey& 
     return board.threads.size() - 1;
 }
 
-// An address as long as any new one gets.
-std::u16string LongestAddress(const Board& board) {
-    return board.options.forumAddress + std::u16string(70, u'x');
-}
-
-// How many numbers to keep for a post: one more for each further post that its message may go on in. Links
-// are taken as long as they can become, so a number may be left over.
+// How many numbers to keep for a post: one more for each further post that its message may go on in. One is
+// left over where a message fits into one post with its new addresses alone.
 std::int64_t NumbersFor(const Board& board, std::int32_t oldPid, std::u16string_view message) {
     constexpr std::size_t kSurelyShort = 2000;
     const std::size_t tags = AttachmentTags(board, oldPid).size();
     if (message.size() <= kSurelyShort && tags <= kSurelyShort) return 1;
-    const std::u16string longest = LongestAddress(board);
-    const std::u16string text =
-        FinishMessage(message, [&](std::u16string_view address) -> std::optional<std::u16string> {
-            if (!board.links.contains(HashOfAddress(address))) return {};
-            return longest;
-        });
-    const std::size_t bytes = BytesInUtf8(text) + tags;
-    if (bytes <= kMostMessageBytes) return 1;
-    return static_cast<std::int64_t>(1 + bytes / (kMostMessageBytes - kPieceSlack));
+    return static_cast<std::int64_t>(PiecesOfMessage(board, message, tags).texts.size());
 }
 
 void NotePid(Board& board, std::int32_t oldPid, std::int64_t pid) {
@@ -405,6 +391,15 @@ std::optional<std::u16string> NewAddressOf(const Board& board, std::u16string_vi
     if (address && post != board.linkedPosts.end() && post->second != 0)
         *address += u"&pid=" + ToText(post->second) + u"#pid" + ToText(post->second);
     return address;
+}
+
+MessagePieces PiecesOfMessage(const Board& board, std::u16string_view message, std::size_t room) {
+    // What stands behind the forum's address in the longest one that a link is led to.
+    constexpr std::size_t kLongestBehind = 70;
+    return SplitMessage(FinishMarkup(message),
+                        {.most = kMostMessageBytes,
+                         .roomInFirst = room,
+                         .shortestAddress = BytesInUtf8(board.options.forumAddress) + kLongestBehind});
 }
 
 void ListDeadLinks(Board& board) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "finish/Board.h"
+#include "finish/MessageText.h"
 
 namespace tessaly {
 
@@ -37,5 +38,9 @@ std::u16string AttachmentTags(const Board& board, std::int32_t oldPid);
 
 // The most bytes that a message of the forum's table takes.
 inline constexpr std::size_t kMostMessageBytes = 65535;
+
+// A message that may be too long for one post, in as many pieces as it gets numbers. Its links still have
+// their old addresses, and each piece has room for the new ones; the first for `room` more bytes.
+MessagePieces PiecesOfMessage(const Board& board, std::u16string_view message, std::size_t room);
 
 }  // namespace tessaly

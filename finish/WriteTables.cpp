@@ -185,10 +185,20 @@ std::u16string UnusablePassword() {
     return u"!" + RandomText(40);
 }
 
-std::vector<std::u16string> PiecesOf(const std::u16string& text, std::size_t room) {
+MessagePieces FinishedPieces(const Board& board, std::u16string_view message, const NewAddress& newAddress,
+                             std::size_t room) {
+    std::u16string text = LeadLinks(FinishMarkup(message), newAddress);
     const bool isSurelyShort = text.size() * 3 + room <= kMostMessageBytes;
-    if (isSurelyShort || BytesInUtf8(text) + room <= kMostMessageBytes) return {text};
-    return SplitMessage(text, kMostMessageBytes, room);
+    if (isSurelyShort || BytesInUtf8(text) + room <= kMostMessageBytes) return {{std::move(text)}};
+    MessagePieces pieces = PiecesOfMessage(board, message, room);
+    for (std::u16string& piece : pieces.texts) piece = LeadLinks(piece, newAddress);
+    return pieces;
+}
+
+// What the operator is told of a message in several pieces.
+void TellPieces(Board& board, const MessagePieces& pieces, std::u16string words) {
+    if (pieces.isTorn) words += u", and a link, a picture or another tag is cut in two there";
+    board.leftOver.longMessages.push_back(std::move(words));
 }
 
 class PostsWriter {
@@ -216,21 +226,18 @@ class PostsWriter {
         const std::size_t place = ThreadOfRow(board_, oldPid, OriginOf(rows.Text(kEditreason)).page);
         const std::int64_t pid = board_.pids[static_cast<std::size_t>(oldPid)];
         std::u16string tags = AttachmentTags(board_, oldPid);
-        const std::u16string text = FinishMessage(rows.Text(kMessage), newAddress_);
-        std::vector<std::u16string> pieces = PiecesOf(text, tags.size());
-        if (pieces.front().empty() || pieces.front().ends_with(u'\n')) tags.erase(0, tags.empty() ? 0 : 1);
-        pieces.front() += tags;
+        MessagePieces pieces = FinishedPieces(board_, rows.Text(kMessage), newAddress_, tags.size());
+        std::u16string& first = pieces.texts.front();
+        if (first.empty() || first.ends_with(u'\n')) tags.erase(0, tags.empty() ? 0 : 1);
+        first += tags;
         Thread& thread = board_.threads[place];
         const auto attachments = board_.aidsByPid.find(oldPid);
         if (attachments != board_.aidsByPid.end())
             thread.attachments += static_cast<std::int64_t>(attachments->second.size());
-        for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
-            WritePiece(rows, thread, pid + static_cast<std::int64_t>(piece), pieces[piece]);
-        }
-        if (pieces.size() > 1)
-            board_.leftOver.longMessages.push_back(
-                u"post " + ToText(pid) + u" goes on up to post " +
-                ToText(pid + static_cast<std::int64_t>(pieces.size()) - 1));
+        std::int64_t next = pid;
+        for (const std::u16string& piece : pieces.texts) WritePiece(rows, thread, next++, piece);
+        if (pieces.texts.size() > 1)
+            TellPieces(board_, pieces, u"post " + ToText(pid) + u" goes on up to post " + ToText(next - 1));
     }
 
     void WritePiece(const ImportRows& rows, Thread& thread, std::int64_t pid, std::u16string_view message) {
@@ -461,7 +468,7 @@ TableSummary WriteAttachments(const Board& board, std::u16string_view folder) {
     return file.Close();
 }
 
-TableSummary WriteAnnouncements(const Board& board, std::u16string_view folder) {
+TableSummary WriteAnnouncements(Board& board, std::u16string_view folder) {
     using Row = clsTblAnnouncements;
     TableFile file(folder, u"announcements", kAnnouncementColumns, {});
     ImportRows rows(board.import, u"mybb_announcements", Row::kColumns);
@@ -470,12 +477,16 @@ TableSummary WriteAnnouncements(const Board& board, std::u16string_view folder) 
     while (rows.Next()) {
         const auto forum = board.forumsByFid.find(rows.Int(ColumnAt<Row>(u"fid")));
         const std::int64_t fid = forum == board.forumsByFid.end() ? 0 : board.forums[forum->second].fid;
-        const std::u16string text = FinishMessage(rows.Text(ColumnAt<Row>(u"message")), newAddress);
-        for (const std::u16string& piece : PiecesOf(text, 0)) {
+        const std::u16string subject = Title(rows.Text(ColumnAt<Row>(u"subject")));
+        const MessagePieces pieces =
+            FinishedPieces(board, rows.Text(ColumnAt<Row>(u"message")), newAddress, 0);
+        if (pieces.texts.size() > 1)
+            TellPieces(board, pieces, u"announcement \"" + subject + u"\" goes on in those behind");
+        for (const std::u16string& piece : pieces.texts) {
             file.Int(++aid);
             file.Int(fid);
             file.Int(PosterOf(board, rows.Int(ColumnAt<Row>(u"uid"))).uid);
-            file.Text(Title(rows.Text(ColumnAt<Row>(u"subject"))));
+            file.Text(subject);
             file.Text(piece);
             constexpr std::size_t kNumbers[] = {ColumnAt<Row>(u"startdate"), ColumnAt<Row>(u"enddate"),
                                                 ColumnAt<Row>(u"allowhtml"), ColumnAt<Row>(u"allowmycode"),

@@ -389,6 +389,25 @@ TEST_F(FinishBoardTest, AMessageIsMeasuredInBytes) {
     EXPECT_EQ(board.Column("posts", kPid), (Values{"1", "2"}));
 }
 
+TEST_F(FinishBoardTest, APictureThatNoPostHoldsIsTold) {
+    board.Thread(1, 2, u"One", 1, 1);
+    board.AddPost(1, 1, 10, u"[img]" + std::u16string(70000, u'x') + u"[/img]", u"3^111^1");
+    board.Finish();
+    EXPECT_TRUE(Holds(board.Read("Left over.txt"),
+                      "1 message was too long for one post:\r\n"
+                      "    post 1 goes on up to post 2, and a link, a picture or another tag is cut in two "
+                      "there\r\n"));
+}
+
+TEST_F(FinishBoardTest, AnAnnouncementThatIsTooLongGoesOnInThoseBehind) {
+    board.Announcement(2, u"News", Words(4000));
+    board.Finish();
+    const Values messages = board.Column("announcements", 4);
+    ASSERT_EQ(messages.size(), 2u);
+    EXPECT_EQ(messages[0] + messages[1], Narrow(Words(4000)));
+    EXPECT_TRUE(Holds(board.Read("Left over.txt"), "    announcement \"News\" goes on in those behind\r\n"));
+}
+
 // Links
 
 class Links : public FinishBoardTest {
@@ -511,6 +530,37 @@ TEST_F(Links, TakeTheForumsAddressFromTheNote) {
     board.Link(u"http://old/discus/messages/3/112.html", 2, 1, u"3^112");
     FinishWith(u"[url=http://old/discus/messages/3/112.html]a[/url]");
     EXPECT_EQ(Message(), "[url=http://noted.example/forum/showthread.php?tid=2]a[/url]");
+}
+
+std::u16string ManyLinks(const std::u16string& address, int count) {
+    std::u16string text;
+    for (int link = 0; link < count; ++link) text += u"[url=" + address + u"]x[/url]";
+    return text;
+}
+
+TEST_F(Links, CountWithTheirLongOldAddressWhenTheTargetWasNotConverted) {
+    const std::u16string address = u"http://old/discus/messages/3/999.html?" + std::u16string(200, u'a');
+    board.Link(address, 2, 1, u"3^999");
+    FinishWith(ManyLinks(address, 300));
+    // 300 times 251 bytes.
+    EXPECT_EQ(board.Column("posts", kPid), (Values{"1", "2", "3", "4"}));
+}
+
+TEST_F(Links, LeaveANumberOverWhenTheMessageFitsByTheirNewAddresses) {
+    board.Link(u"http://old/discus/messages/3/112.html", 2, 1, u"3^112");
+    FinishWith(ManyLinks(u"http://old/discus/messages/3/112.html", 700));
+    // 700 times 52 bytes, where 700 times 102 are foreseen.
+    EXPECT_EQ(board.Column("posts", kPid), (Values{"1", "3", "4"}));
+}
+
+TEST_F(Links, OfALongMessageAreReplacedInAllItsPieces) {
+    board.Link(u"http://old/discus/messages/3/112.html", 2, 1, u"3^112");
+    FinishWith(ManyLinks(u"http://old/discus/messages/3/112.html", 1300));
+    const Values messages = board.Column("posts", kMessage);
+    // 1,300 times 102 bytes are foreseen, of which 63,735 fit into a post.
+    ASSERT_EQ(messages.size(), 5u);
+    EXPECT_TRUE(messages[0] + messages[1] + messages[2] ==
+                Narrow(ManyLinks(u"http://new.example/showthread.php?tid=2", 1300)));
 }
 
 // Attachments
