@@ -20,6 +20,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::u16string_view kPost = u"<!--Post: ";
+constexpr std::u16string_view kTop = u"<!--Top: ";
 
 // The source around a place, as much as goes on a line.
 std::u16string WordsAround(std::u16string_view text, Position at) {
@@ -43,10 +44,11 @@ std::u16string PostAround(std::u16string_view page, Position at) {
     return close == 0 || close > at ? number : std::u16string();
 }
 
-// The words themselves are those of a translated text: where the source spells them otherwise, their
-// beginning has to do.
+// As much of a text's beginning as has to do where the source spells the rest otherwise.
+constexpr std::size_t kEnough = 12;
+
+// The words are those of a translated text, which the source may spell otherwise.
 Position PlaceOf(std::u16string_view text, Position from, std::u16string_view words) {
-    constexpr std::size_t kEnough = 12;
     if (words.empty()) return from;
     const std::less<> isBefore;
     if (!isBefore(words.data(), text.data()) && isBefore(words.data(), text.data() + text.size())) {
@@ -77,7 +79,13 @@ std::int64_t CountOf(const Remark& remark) {
     return posts;
 }
 
-Finding FindingOf(std::u16string file) {
+// What is wrong with an attachment comes up twice: the anchor in its section is gone through as a link too.
+bool IsOfFile(FindingKind kind) {
+    using enum FindingKind;
+    return kind == kMissingAttachment || kind == kAttachmentElsewhere || kind == kNoAttachment;
+}
+
+Finding FindingIn(std::u16string file) {
     Finding finding;
     finding.page = std::move(file);
     return finding;
@@ -88,6 +96,23 @@ std::u16string Joined(std::u16string_view folder, char16_t separator, std::u16st
     path += separator;
     path += file;
     return path;
+}
+
+// The page that the entry of a sub-topic leads to. On a page without a subject its link has mostly no query.
+std::u16string PathOfEntry(ConversionState& state, std::u16string_view entry) {
+    std::u16string link(FirstTagSection(state, entry, u"<a href=", u">"));
+    for (const std::u16string_view part : {u"<a href=", u">", u"\""}) RemoveAll(link, part);
+    link.resize(std::min(link.find_first_of(u"? "), link.size()));
+    std::u16string fileName;
+    std::u16string folderNumber;
+    return BuildTopicFilePath(state, link, fileName, folderNumber);
+}
+
+// The file that a message names behind the routine that read it.
+std::u16string_view FileIn(std::u16string_view label) {
+    constexpr std::u16string_view kReader = u"GetFileDataCharset() - ";
+    const Position at = Find(label, kReader);
+    return at == 0 ? std::u16string_view() : From(label, at + Length(kReader));
 }
 
 bool IsNumber(std::u16string_view name) {
@@ -111,7 +136,8 @@ void BoardCheck::HookIn() {
     listener_.MustLeavePage = [this] { return MustLeavePage(); };
     listener_.ForumMade = [this](auto name, bool isCategory, auto id) { TakeForum(name, isCategory, id); };
     listener_.ForumIdOf = [this](auto name) { return ForumIdOf(name); };
-    listener_.PostDated = [this](auto time) { TakeTime(time); };
+    listener_.PostRead = [this](auto time) { TakePost(time); };
+    listener_.PartMet = [this](auto words) { TakePart(words); };
     listener_.RowMade = [this](auto row) { TakeRow(row); };
     listener_.SequenceMet = [this](auto sequence, bool isEntered) { TakeSequence(sequence, isEntered); };
     listener_.FileTaken = [this](auto source, auto length) { TakeFile(source, length); };
@@ -135,18 +161,21 @@ void BoardCheck::Run() {
 
 void BoardCheck::TakeFailure(std::u16string_view label, const RunTimeError& error) {
     if (IsInLoop()) return TakeLoop(label, error);
-    std::u16string_view words;
-    const FindingKind kind = KindOf(label, error, words);
-    TakeFailure(kind, label, error, words);
+    const FindingKind kind = KindOf(label, error);
+    if (firstEnd_ && findings_.IsFull(kind)) return TakeEnd(kind, {});
+    const std::u16string_view file = FileIn(label);
+    Finding finding =
+        FailureAt(file.empty() ? InHand() : Source{std::u16string(file)}, WordsOf(kind), label, error);
+    finding.detail = Printable(DetailOf(kind));
+    TakeEnd(kind, std::move(finding));
 }
 
-void BoardCheck::TakeFailure(FindingKind kind, std::u16string_view label, const RunTimeError& error,
-                             std::u16string_view words) {
-    if (firstEnd_ && findings_.IsFull(kind)) return TakeEnd(kind, {});
-    Finding finding = FindingAt(InHand(), words);
+Finding BoardCheck::FailureAt(const Source& source, std::u16string_view words, std::u16string_view label,
+                              const RunTimeError& error) {
+    Finding finding = FindingAt(source, words);
     finding.label = ToText(error.number) + std::u16string(label);
     finding.reason = error.description;
-    TakeEnd(kind, std::move(finding));
+    return finding;
 }
 
 void BoardCheck::TakeMessage(std::u16string_view text) {
@@ -163,40 +192,69 @@ void BoardCheck::TakeEnd(FindingKind kind, Finding finding) {
 void BoardCheck::TakeRemark(const Remark& remark) {
     if (IsInLoop()) return;
     const std::int64_t count = CountOf(remark);
-    if (findings_.IsFull(remark.kind)) return findings_.Add(remark.kind, {}, count);
-    const bool isEntry =
-        remark.kind == FindingKind::kMissingPage || remark.kind == FindingKind::kHiddenPageLeftOut;
-    Source source = isEntry ? Above() : InHand();
-    // A whole file that was just read, before anything in it is in hand.
-    if (remark.kind == FindingKind::kUndecodedCharacter) source = {std::u16string(remark.detail), {}, 1, 0};
-    Finding finding = FindingAt(source, remark.words);
-    if (remark.kind == FindingKind::kUndecodedCharacter) {
-        finding.words = Printable(remark.words.substr(0, 60));
-    } else {
-        finding.detail = Printable(IsPath(remark.kind) ? platform::WithNativeSeparators(remark.detail)
-                                                       : std::u16string(remark.detail));
+    const std::u16string passedOver = TakePassedOver(remark);
+    if (!IsOfFile(remark.kind) && findings_.IsFull(remark.kind)) {
+        return findings_.Add(remark.kind, {}, count);
     }
+    Finding finding = FindingOf(remark);
+    if (IsOfFile(remark.kind) && IsToldOfFile(remark.kind, finding.position)) return;
+    if (!passedOver.empty()) finding.detail = Printable(platform::WithNativeSeparators(passedOver));
     findings_.Add(remark.kind, std::move(finding), count);
 }
 
+Finding BoardCheck::FindingOf(const Remark& remark) {
+    if (remark.kind == FindingKind::kUndecodedCharacter) {
+        // A whole file that was just read, before anything in it is in hand.
+        Finding finding = FindingAt({std::u16string(remark.detail)}, {});
+        finding.words = Printable(remark.words.substr(0, 60));
+        return finding;
+    }
+    const bool isEntry =
+        remark.kind == FindingKind::kMissingPage || remark.kind == FindingKind::kHiddenPageLeftOut;
+    const std::u16string_view words = IsOfFile(remark.kind) ? WordsOf(remark.kind) : remark.words;
+    Finding finding = FindingAt(isEntry ? Above() : InHand(), words);
+    finding.detail = Printable(IsPath(remark.kind) ? platform::WithNativeSeparators(remark.detail)
+                                                   : std::u16string(remark.detail));
+    return finding;
+}
+
+// Notes it as told.
+bool BoardCheck::IsToldOfFile(FindingKind kind, Position position) {
+    if (filesToldOf_ != tally_.nodes.size()) filesTold_.clear();
+    filesToldOf_ = tally_.nodes.size();
+    return !filesTold_.emplace(kind, position).second;
+}
+
 BoardCheck::Source BoardCheck::InHand() {
-    const std::u16string& members =
-        ToolboxLibrary::FileExists(state_.UserFile) ? state_.UserFile : state_.UsersFile;
-    if (listener_.MemberLine > 0) return {members, {}, 1, listener_.MemberLine};
+    const bool isMember = listener_.MemberLine.line > 0 || listener_.Member != nullptr;
+    if (isMember) return MemberInHand();
+    const bool isPage = state_.Depth > 0 && static_cast<std::size_t>(state_.Depth) < state_.DataIndex.size();
+    if (isPage) return PageInHand();
+    return {boardPath_, boardText_, listener_.BoardPlace};
+}
+
+BoardCheck::Source BoardCheck::MemberInHand() {
+    SourcePlace place = listener_.MemberLine;
     if (listener_.Member != nullptr) {
         const auto line = listener_.LinesOfMembers.find(listener_.Member->ID);
         // A poster who was no member has no line.
         if (line == listener_.LinesOfMembers.end()) return {};
-        return {members, {}, 1, line->second};
+        place = line->second;
     }
-    const bool isPage = state_.Depth > 0 && static_cast<std::size_t>(state_.Depth) < state_.DataIndex.size();
-    if (!isPage) return {boardPath_, boardText_, 1, 0};
+    const std::u16string& file =
+        ToolboxLibrary::FileExists(state_.UserFile) ? state_.UserFile : state_.UsersFile;
+    return {file, {}, place.position, place.line};
+}
+
+BoardCheck::Source BoardCheck::PageInHand() {
     const DataIndexElement& page = CurrentIndex(state_);
-    Source source{page.PagePath, page.PageData, 1, 0};
+    Source source{page.PagePath, page.PageData};
     const std::u16string_view section = listener_.Section;
     if (section.empty()) return source;
     if (section.data() == page.AnnouncementSection.data()) {
         source.from = page.AnnouncementNext - Length(section);
+    } else if (section.data() == page.TopSection.data()) {
+        source.from = page.TopNext - Length(section);
     } else {
         source.from = PlaceOf(page.PageData, 1, section);
     }
@@ -205,23 +263,23 @@ BoardCheck::Source BoardCheck::InHand() {
 
 // The entry that leads to the page in hand, on the page above it or in the board file.
 BoardCheck::Source BoardCheck::Above() {
-    const DataIndexElement& page = CurrentIndex(state_);
-    if (state_.Depth == 1) {
-        const std::u16string entry = u"<!--Top: " + page.PageName;
-        return {boardPath_, boardText_, PlaceOf(boardText_, 1, entry), 0};
-    }
+    if (state_.Depth == 1) return {boardPath_, boardText_, listener_.BoardPlace};
     const DataIndexElement& above = state_.DataIndex[static_cast<std::size_t>(state_.Depth) - 1];
-    return {above.PagePath, above.PageData, above.TopNext - Length(above.TopSection), 0};
+    return {above.PagePath, above.PageData, above.TopNext - Length(above.TopSection)};
 }
 
 Finding BoardCheck::FindingAt(const Source& source, std::u16string_view words) {
     Finding finding;
     finding.page = source.path;
     finding.line = source.line;
+    // Of a member's line nothing but his name: it holds his password.
     if (listener_.Member != nullptr) finding.words = Printable(listener_.Member->username);
-    const bool isWholeFile = words.empty() && source.from == 1;
+    if (listener_.MemberFields != nullptr) finding.words = Printable(listener_.MemberFields->front());
+    finding.position = source.from;
+    const bool isWholeFile = words.empty() && source.from == 0;
     if (source.text.empty() || isWholeFile) return finding;
-    finding.position = PlaceOf(source.text, source.from, words);
+    const Position from = std::max<Position>(source.from, 1);
+    finding.position = part_ > 0 ? from + part_ - 1 : PlaceOf(source.text, from, words);
     finding.line = LineOf(source.text, finding.position);
     finding.words = WordsAround(source.text, finding.position);
     finding.post = PostAround(source.text, finding.position);
@@ -231,7 +289,7 @@ Finding BoardCheck::FindingAt(const Source& source, std::u16string_view words) {
 bool BoardCheck::MayEnterPage() {
     if (IsInLoop() && state_.Depth > loopLevel_) return true;
     loopLevel_ = 0;
-    const bool isNew = pagesRead_.insert(FileKey(CurrentIndex(state_).PagePath)).second;
+    const bool isNew = pagesTold_.insert(FileKey(CurrentIndex(state_).PagePath)).second;
     if (!LeadsBack()) return isNew || !hasLoop_;
     loopEntry_ = FindingAt(Above(), {});
     if (hasLoop_) {
@@ -312,12 +370,7 @@ std::int32_t BoardCheck::ForumIdOf(std::u16string_view name) {
     const std::int32_t* const found = state_.ForumIdsByName.Find(name);
     const auto depth = static_cast<std::size_t>(state_.Depth);
     if (found == nullptr) {
-        const std::u16string label =
-            depth == 0 ? u" - DiscusProcessDiscusMainBoardFile() - " + boardPath_
-                       : u" - DiscusProcessBoardTopics() - " + CurrentIndex(state_).PagePath;
-        TakeFailure(FindingKind::kForumName, label, {kInvalidCall, u"Invalid procedure call or argument"},
-                    name);
-        state_.ForumIdsByName.Add(name, state_.ForumCounter);
+        TakeForumName(name);
         return state_.ForumCounter;
     }
     const bool isPage = depth > 0 && depth < forumsInHand_.size();
@@ -327,12 +380,62 @@ std::int32_t BoardCheck::ForumIdOf(std::u16string_view name) {
     return *found;
 }
 
-void BoardCheck::TakeTime(std::int32_t time) {
-    const auto day =
-        std::chrono::floor<std::chrono::days>(std::chrono::sys_seconds(std::chrono::seconds(time)));
+// Told once. From then on the name is as good as entered.
+void BoardCheck::TakeForumName(std::u16string_view name) {
+    const bool isCategory = state_.Depth == 0;
+    const Source source =
+        isCategory ? InHand() : Source{CurrentIndex(state_).PagePath, CurrentIndex(state_).PageData};
+    const std::u16string label = isCategory ? u" - DiscusProcessDiscusMainBoardFile() - " + boardPath_
+                                            : u" - DiscusProcessBoardTopics() - " + source.path;
+    Finding finding = FailureAt(source, isCategory ? u"" : u"<!--Me: ", label,
+                                {kInvalidCall, u"Invalid procedure call or argument"});
+    finding.detail = Printable(name);
+    TakeEnd(FindingKind::kForumName, std::move(finding));
+    state_.ForumIdsByName.Add(name, state_.ForumCounter);
+}
+
+void BoardCheck::TakePost(std::optional<std::int32_t> time) {
     ++tally_.posts;
     if (BoardNode* const node = NodeInHand()) ++node->posts;
+    if (!time) return;
+    const auto day =
+        std::chrono::floor<std::chrono::days>(std::chrono::sys_seconds(std::chrono::seconds(*time)));
     ++tally_.postsByYear[static_cast<int>(std::chrono::year_month_day(day).year())];
+}
+
+// The words are those of a text in which other things were replaced before.
+void BoardCheck::TakePart(std::u16string_view words) {
+    const std::u16string_view section = listener_.Section;
+    if (words.empty() || section.empty()) {
+        part_ = 0;
+        nextPart_ = 0;
+        return;
+    }
+    const Position body = static_cast<Position>(BodyOf(section).data() - section.data()) + 1;
+    const Position next = std::max(nextPart_, body);
+    Position at = Find(section, words, next);
+    if (at == 0) at = Find(section, words, body);
+    if (at == 0) at = Find(section, words.substr(0, kEnough), next);
+    if (at == 0) return;
+    part_ = at;
+    nextPart_ = at + 1;
+}
+
+// The page that an entry leads to and the run does not enter: with the entry it is told.
+std::u16string BoardCheck::TakePassedOver(const Remark& remark) {
+    std::u16string path;
+    if (remark.kind == FindingKind::kNoSubject) {
+        IgnoringErrors([&] { path = PathOfEntry(state_, remark.words); });
+    } else if (remark.kind == FindingKind::kTouchingSection && StandsAt(remark.words, 1, kTop)) {
+        const std::u16string number(LeadingDigits(From(remark.words, Length(kTop) + 1)));
+        path = state_.DiscusMessageFolder + number + u"\\" + number + u".html";
+    }
+    if (path.empty()) return path;
+    std::u16string secure(path);
+    ReplaceAll(secure, state_.DiscusMessageFolder, state_.DiscusSecureMessageFolder);
+    pagesTold_.insert(FileKey(path));
+    pagesTold_.insert(FileKey(secure));
+    return path;
 }
 
 void BoardCheck::TakeRow(std::u16string_view row) {
@@ -391,7 +494,7 @@ void BoardCheck::CountMembers() {
 
 void BoardCheck::FindUnreached() {
     // Where the walk never took place nothing can be told of what it left out.
-    if (boardText_.empty()) return;
+    if (!WasBoardRead()) return;
     for (const std::u16string& messageFolder :
          {state_.DiscusMessageFolder, state_.DiscusSecureMessageFolder}) {
         // Hidden pages that are to be left out are told where an entry leads to them.
@@ -414,10 +517,11 @@ void BoardCheck::FindUnreached(std::u16string_view messageFolder, std::u16string
         const std::u16string_view stem = std::u16string_view(file).substr(0, file.rfind(u'.'));
         const bool isPage = IsNumber(stem) && EqualIgnoringCase(file.substr(stem.size()), u".html");
         if (isPage) {
-            if (!pagesRead_.contains(FileKey(whole)))
-                findings_.Add(FindingKind::kUnreachedPage, FindingOf(whole));
+            if (!pagesTold_.contains(FileKey(whole))) {
+                findings_.Add(FindingKind::kUnreachedPage, FindingIn(whole));
+            }
         } else if (!filesNamed_.contains(FileKey(Joined(folder, u'/', file)))) {
-            findings_.Add(FindingKind::kUnusedFile, FindingOf(whole));
+            findings_.Add(FindingKind::kUnusedFile, FindingIn(whole));
         }
     }
 }

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "check/CharsetTest.h"
@@ -62,14 +64,17 @@ class BoardCheck {
     const Findings& Found() const { return findings_; }
     // Where a run would end, or stop with a message, first of all.
     const std::optional<Finding>& FirstEnd() const { return firstEnd_; }
+    // Whether the board file was there, and with it the pages looked at.
+    bool WasBoardRead() const { return !boardText_.empty(); }
     const BoardTally& Tally() const { return tally_; }
 
   private:
-    // A text of the source, and the place in it from which on something is looked for.
+    // A file of the source, its text as far as it is at hand, and the place in it that is in hand or from
+    // which on something is looked for; 0 for the file as a whole.
     struct Source {
         std::u16string path;
-        std::u16string_view text;
-        Position from = 1;
+        std::u16string_view text = {};
+        Position from = 0;
         std::int32_t line = 0;
     };
 
@@ -81,8 +86,6 @@ class BoardCheck {
 
     void HookIn();
     void TakeFailure(std::u16string_view label, const RunTimeError& error);
-    void TakeFailure(FindingKind kind, std::u16string_view label, const RunTimeError& error,
-                     std::u16string_view words);
     void TakeEnd(FindingKind kind, Finding finding);
     void TakeMessage(std::u16string_view text);
     void TakeRemark(const Remark& remark);
@@ -96,7 +99,10 @@ class BoardCheck {
     void TakePage(std::u16string_view name, std::int32_t forumId);
     BoardNode* NodeInHand();
     std::int32_t ForumIdOf(std::u16string_view name);
-    void TakeTime(std::int32_t time);
+    void TakeForumName(std::u16string_view name);
+    void TakePost(std::optional<std::int32_t> time);
+    void TakePart(std::u16string_view words);
+    std::u16string TakePassedOver(const Remark& remark);
     void TakeRow(std::u16string_view row);
     void TakeSequence(std::u16string_view sequence, bool isEntered);
     void TakeFile(std::u16string_view source, std::int64_t length);
@@ -107,9 +113,19 @@ class BoardCheck {
     void TakeUnknownSequences();
 
     Source InHand();
+    Source MemberInHand();
+    Source PageInHand();
     Source Above();
-    FindingKind KindOf(std::u16string_view label, const RunTimeError& error, std::u16string_view& words);
+    FindingKind KindOf(std::u16string_view label, const RunTimeError& error);
+    std::u16string_view WordsOf(FindingKind kind);
+    std::u16string DetailOf(FindingKind kind);
+    // What is translated of a post or an announcement.
+    static std::u16string_view BodyOf(std::u16string_view section);
     Finding FindingAt(const Source& source, std::u16string_view words);
+    Finding FailureAt(const Source& source, std::u16string_view words, std::u16string_view label,
+                      const RunTimeError& error);
+    Finding FindingOf(const Remark& remark);
+    bool IsToldOfFile(FindingKind kind, Position position);
 
     ConversionState& state_;
     CheckListener listener_;
@@ -121,9 +137,16 @@ class BoardCheck {
     // The node and the forum of each page on the way to the one in hand, by depth.
     std::vector<std::size_t> nodesInHand_;
     std::vector<std::int32_t> forumsInHand_;
-    std::unordered_set<std::u16string> pagesRead_;
+    // Pages that were entered, and those that are told already as not entered.
+    std::unordered_set<std::u16string> pagesTold_;
     std::unordered_set<std::u16string> filesNamed_;
     std::map<std::u16string, UnknownSequence> unknown_;
+    // The link or picture in hand: its position in the section, and where the next one is looked for.
+    Position part_ = 0;
+    Position nextPart_ = 0;
+    // What was told of the files of one page.
+    std::size_t filesToldOf_ = 0;
+    std::set<std::pair<FindingKind, Position>> filesTold_;
     // A way of pages that leads back to itself is followed, without taking anything down, to the level at
     // which a run ends. Behind the first one each page is looked at once: the ways through pages that lead to
     // one another are without end.

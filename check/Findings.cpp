@@ -4,26 +4,10 @@
 
 namespace tessaly {
 
-namespace {
-
-// What is wrong with an attachment comes up twice: the anchor in its section is gone through as a link too.
-bool IsOfFile(FindingKind kind) {
-    using enum FindingKind;
-    return kind == kAttachmentAddress || kind == kWebsite || kind == kMissingAttachment ||
-           kind == kAttachmentElsewhere || kind == kNoAttachment;
-}
-
-bool IsSamePlace(const Finding& one, const Finding& other) {
-    return one.position > 0 && one.position == other.position && one.page == other.page &&
-           one.detail == other.detail;
-}
-
-}  // namespace
-
 void Findings::Add(FindingKind kind, Finding finding, std::int64_t count) {
     OfKind& ofKind = kinds_[static_cast<std::size_t>(kind)];
-    if (IsOfFile(kind) && !ofKind.kept.empty() && IsSamePlace(ofKind.kept.back(), finding)) return;
     ofKind.count += count;
+    ++ofKind.added;
     finding.count = count;
     if (ofKind.kept.size() < kMostKept) ofKind.kept.push_back(std::move(finding));
 }
@@ -42,6 +26,11 @@ std::int64_t Findings::CountOf(Grade grade) const {
 
 const std::vector<Finding>& Findings::KeptOf(FindingKind kind) const {
     return kinds_[static_cast<std::size_t>(kind)].kept;
+}
+
+std::int64_t Findings::LeftOutOf(FindingKind kind) const {
+    const OfKind& ofKind = kinds_[static_cast<std::size_t>(kind)];
+    return ofKind.added - static_cast<std::int64_t>(ofKind.kept.size());
 }
 
 }  // namespace tessaly

@@ -54,10 +54,13 @@ class Findings {
     std::int64_t CountOf(FindingKind kind) const;
     std::int64_t CountOf(Grade grade) const;
     const std::vector<Finding>& KeptOf(FindingKind kind) const;
+    // How many of its kind were not kept.
+    std::int64_t LeftOutOf(FindingKind kind) const;
 
   private:
     struct OfKind {
         std::int64_t count = 0;
+        std::int64_t added = 0;
         std::vector<Finding> kept;
     };
 

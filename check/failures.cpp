@@ -1,8 +1,8 @@
-#include <algorithm>
-
 #include "check/BoardCheck.h"
 #include "members/clsMember.h"
+#include "platform/paths.h"
 #include "reader/TagScanning.h"
+#include "text/numbers.h"
 #include "text/split.h"
 
 namespace tessaly {
@@ -10,15 +10,6 @@ namespace tessaly {
 namespace {
 
 using enum FindingKind;
-
-// What is translated of a post or an announcement.
-std::u16string_view BodyOf(std::u16string_view section) {
-    if (!StandsAt(section, 1, u"<!--Post: ")) return section;
-    const Position open = Find(section, u"<!--Text-->");
-    if (open == 0) return section;
-    const Position close = Find(section, u"<!--/Text-->", open);
-    return close == 0 ? From(section, open) : Between(section, open, close);
-}
 
 // The font tag of a text that has no counterpart: an opening that stays open, else the first closing.
 std::u16string_view OddFontTag(std::u16string_view text) {
@@ -40,20 +31,6 @@ std::u16string_view OddFontTag(std::u16string_view text) {
     return firstClosing == 0 ? text : From(text, firstClosing);
 }
 
-// The link of a text that is taken for one of the board and has no "/" in its address.
-std::u16string_view OddLink(std::u16string_view text) {
-    constexpr std::u16string_view kLink = u"<a href=";
-    for (Position at = Find(text, kLink); at != 0; at = Find(text, kLink, at + 1)) {
-        const Position end = Find(text, u">", at);
-        const Position close = Find(text, u"</a>", at);
-        if (end == 0 || close == 0) return text;
-        const std::u16string_view link = Between(text, at, close);
-        const bool isLocal = Contains(link, u"/discus/messages/") || Contains(link, u"/secure/");
-        if (isLocal && !Contains(Between(text, at, end), u"/")) return From(text, at);
-    }
-    return text;
-}
-
 std::u16string_view PlaceIn(std::u16string_view text, std::u16string_view what) {
     const Position at = Find(text, what);
     return at == 0 ? text : From(text, at);
@@ -64,11 +41,9 @@ std::u16string_view LastPostTag(std::u16string_view page) {
     return at == 0 ? page : From(page, at);
 }
 
-bool IsGroupUnknown(ConversionState& state, const clsMember& member) {
-    const auto names = Split(member.Groups, u"/");
-    return std::ranges::any_of(names, [&state](std::u16string_view name) {
-        return !name.empty() && state.GroupsByName.Find(name) == nullptr;
-    });
+// The link to the file of a text's first attachment.
+std::u16string_view AttachmentIn(std::u16string_view text) {
+    return PlaceIn(PlaceIn(text, u"<!--attachment:"), u"<a href=");
 }
 
 bool IsFullAddress(std::u16string_view website) {
@@ -82,50 +57,94 @@ bool IsReadingFailure(int number) {
 
 }  // namespace
 
-FindingKind BoardCheck::KindOf(std::u16string_view label, const RunTimeError& error,
-                               std::u16string_view& words) {
-    const std::u16string_view section = listener_.Section;
+// What is translated of a post or an announcement.
+std::u16string_view BoardCheck::BodyOf(std::u16string_view section) {
+    if (!StandsAt(section, 1, u"<!--Post: ")) return section;
+    const Position open = Find(section, u"<!--Text-->");
+    if (open == 0) return section;
+    const Position close = Find(section, u"<!--/Text-->", open);
+    return close == 0 ? From(section, open) : Between(section, open, close);
+}
+
+FindingKind BoardCheck::KindOf(std::u16string_view label, const RunTimeError& error) {
     const auto isOf = [label](std::u16string_view routine) { return Contains(label, routine); };
     const int number = error.number;
     if (number == kOutOfStackSpace) return kPageLoop;
     if (isOf(u"SaveRedirectFile()") || isOf(u"WriteFileData()")) return kRedirectPath;
-    if (isOf(u"SetupFolderLocations()")) return kOtherFailure;
+    if (isOf(u"SetupFolderLocations()")) return kOutputFolder;
     if (IsReadingFailure(number)) return kFileNotRead;
     if (isOf(u"DiscusGetReplaceableCharacterArray()")) return kCharacterFile;
     if (isOf(u"GetFileDataCharset()") || isOf(u"WriteFileLine()")) {
         return number == kInvalidCall ? kCharset : kOtherFailure;
     }
-    if (isOf(u"DiscusProcessBoardTopics()")) {
-        words = CurrentIndex(state_).TopSection;
-        return kSubtopicLink;
-    }
-    if (isOf(u"DiscusProcessFormatting()")) {
-        words = OddFontTag(BodyOf(section));
-        return kFontTags;
-    }
-    if (isOf(u"DiscusProcessLinks()")) {
-        words = OddLink(BodyOf(section));
-        return kLinkAddress;
-    }
+    if (isOf(u"DiscusProcessBoardTopics()")) return kSubtopicLink;
+    if (isOf(u"DiscusProcessFormatting()")) return kFontTags;
+    if (isOf(u"DiscusProcessLinks()")) return kLinkAddress;
     if (isOf(u"ProcessAttachments()")) {
-        words = PlaceIn(BodyOf(section), u"<!--attachment:");
+        if (number == kOverflow) return kAttachmentSize;
         return IsFullAddress(state_.DiscusWebsite) ? kAttachmentAddress : kWebsite;
     }
     if (isOf(u"DiscusProcessPostsOnPage()") || isOf(u"mybbWriteAnnouncementMsg()")) {
-        if (number == kTypeMismatch || number == kOverflow) {
-            words = PlaceIn(section, u"<!--Time: ");
-            return kPostTime;
-        }
+        if (number == kTypeMismatch || number == kOverflow) return kPostTime;
         if (number != kInvalidCall) return kOtherFailure;
-        words = section.empty() ? LastPostTag(CurrentIndex(state_).PageData)
-                                : PlaceIn(BodyOf(section), u"<img src=");
-        return section.empty() ? kPostTag : kImageQuotes;
+        return listener_.Section.empty() ? kPostTag : kImageQuotes;
     }
-    if (isOf(u"DiscusAddMember()")) return number == kOverflow ? kMemberNumber : kMemberFields;
+    if (isOf(u"DiscusAddMember()")) {
+        if (!listener_.MemberValue.empty()) return kMemberNumber;
+        return listener_.MemberFields != nullptr && number == kSubscriptOutOfRange ? kMemberFields
+                                                                                   : kOtherFailure;
+    }
     if (isOf(u"mybbWriteUserFile()") && listener_.Member != nullptr) {
-        return IsGroupUnknown(state_, *listener_.Member) ? kGroupName : kMemberAddress;
+        return listener_.MemberValue.empty() ? kMemberAddress : kGroupName;
     }
     return kOtherFailure;
+}
+
+// The words of the source at which a finding stands, if not at the beginning of what is in hand.
+std::u16string_view BoardCheck::WordsOf(FindingKind kind) {
+    const std::u16string_view section = listener_.Section;
+    switch (kind) {
+        case kFontTags:
+            return OddFontTag(BodyOf(section));
+        case kAttachmentAddress:
+        case kAttachmentSize:
+        case kWebsite:
+        case kFileNotRead:
+        case kMissingAttachment:
+        case kAttachmentElsewhere:
+        case kNoAttachment:
+            return AttachmentIn(BodyOf(section));
+        case kPostTime:
+            return PlaceIn(section, u"<!--Time: ");
+        case kPostTag:
+            return LastPostTag(CurrentIndex(state_).PageData);
+        case kImageQuotes:
+            return PlaceIn(BodyOf(section), u"<img src=");
+        default:
+            return {};
+    }
+}
+
+std::u16string BoardCheck::DetailOf(FindingKind kind) {
+    const auto& troubled = state_.Progress.TroubledFiles;
+    switch (kind) {
+        case kMemberFields:
+            return ToText(static_cast<std::int64_t>(listener_.MemberFields->size())) + u" fields";
+        case kMemberNumber:
+        case kGroupName:
+            return std::u16string(listener_.MemberValue);
+        case kMemberAddress:
+            return listener_.Member->IPAddr;
+        case kOutputFolder:
+            return platform::WithNativeSeparators(state_.mybbOutputFolder);
+        case kAttachmentSize:
+        case kFileNotRead:
+            // Only of a file that a post refers to; of others the label tells.
+            if (listener_.Section.empty()) return {};
+            return troubled.empty() ? std::u16string() : platform::WithNativeSeparators(troubled.back());
+        default:
+            return {};
+    }
 }
 
 }  // namespace tessaly

@@ -104,6 +104,9 @@ std::string Head(const BoardCheck& check) {
             "not "
             "looked at.</div>\n";
     }
+    if (!check.WasBoardRead()) {
+        text += "<div class=\"verdict ends\"><strong>" + Escaped(kNotLookedAt) + "</strong></div>\n";
+    }
     return text + Verdict(check) + "</header>\n";
 }
 
@@ -207,8 +210,9 @@ std::string KindText(const Findings& findings, const KindTexts& texts) {
                        "</dd></dl>\n<ol class=\"findings\">\n";
     for (const Finding& finding : kept) text += FindingText(finding);
     text += "</ol>";
-    if (kept.size() == Findings::kMostKept) {
-        text += "<p class=\"faint\">These are the first " + std::to_string(kept.size()) + " places.</p>";
+    if (const auto others = findings.LeftOutOf(texts.kind); others > 0) {
+        text += "<p class=\"faint\">These are the first " + Grouped(static_cast<std::int64_t>(kept.size())) +
+                " places. " + Grouped(others) + " more were counted.</p>";
     }
     return text + "</div></details>\n";
 }

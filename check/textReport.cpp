@@ -34,6 +34,7 @@ std::u16string Summary(const BoardCheck& check) {
                           u", charset " + Printable(state.Charset) +
                           u".\nNothing was written, created or deleted in the output folder or anywhere else "
                           u"but the reports asked for.\n";
+    if (!check.WasBoardRead()) text += std::u16string(kNotLookedAt) + u"\n";
     if (check.IsCancelled()) text += u"CANCELLED: the rest of the board was not looked at.\n";
     text += u'\n' + Line(u"Pages", tally.pages) + Line(u"Posts", tally.posts) +
             Line(u"Announcements", state.AnnouncementCounter) + Line(u"Members", tally.members) +
@@ -69,6 +70,13 @@ std::u16string FindingText(const Finding& finding) {
     return text;
 }
 
+std::u16string FurtherText(const Findings& findings, FindingKind kind) {
+    const bool areMore = findings.LeftOutOf(kind) > 0;
+    const std::u16string which =
+        areMore ? u"The first " + ToText(findings.KeptOf(kind).size()) + u" stand" : u"The others stand";
+    return u"  " + which + u" in the reports: --report FILE.json, --html FILE.html.\n";
+}
+
 std::u16string KindText(const Findings& findings, const KindTexts& texts) {
     constexpr std::size_t kMostShown = 20;
     const auto& kept = findings.KeptOf(texts.kind);
@@ -76,9 +84,7 @@ std::u16string KindText(const Findings& findings, const KindTexts& texts) {
     std::u16string text = u"\n" + std::u16string(texts.title) + u": " + ToText(count) + u"\n  The run: " +
                           std::u16string(texts.run) + u"\n  Change:  " + std::u16string(texts.remedy) + u"\n";
     for (std::size_t at = 0; at < std::min(kept.size(), kMostShown); ++at) text += FindingText(kept[at]);
-    if (kept.size() > kMostShown) {
-        text += u"  The others stand in the reports: --report FILE.json, --html FILE.html.\n";
-    }
+    if (kept.size() > kMostShown) text += FurtherText(findings, texts.kind);
     return text;
 }
 

@@ -8,6 +8,10 @@ namespace tessaly {
 
 std::u16string_view NameOf(Grade grade);
 
+// What every report says when a check had no board to look at.
+inline constexpr std::u16string_view kNotLookedAt =
+    u"The board was not looked at. Mend what ends the run first, then check again.";
+
 // Where a finding stands: file, post, line and position, as far as they are known.
 std::u16string PlaceText(const Finding& finding);
 

@@ -51,6 +51,7 @@ Json KindAsJson(const Findings& findings, const KindTexts& texts) {
     json["run"] = Utf8(texts.run);
     json["remedy"] = Utf8(texts.remedy);
     json["count"] = findings.CountOf(texts.kind);
+    json["unlisted"] = findings.LeftOutOf(texts.kind);
     json["findings"] = Json::array();
     for (const Finding& finding : findings.KeptOf(texts.kind)) {
         json["findings"].push_back(FindingAsJson(finding));

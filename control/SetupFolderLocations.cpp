@@ -38,13 +38,11 @@ bool SourceFoldersAreReady(ConversionState& state) {
         {state.DiscusSecureMessageFolder, u"Source of your Discus Secure Message Folder must be filled in",
          u" - Discus Secure Message Folder Must Exist"},
     };
-    bool areReady = true;
     for (const SourceFolder& source : sources) {
-        if (IsReady(state, source)) continue;
-        if (!IsCheck(state)) return false;
-        areReady = false;
+        if (!IsReady(state, source) && !IsCheck(state)) return false;
     }
-    return areReady;
+    // A check goes on wherever it finds pages.
+    return !IsCheck(state) || platform::FolderExists(state.DiscusMessageFolder);
 }
 
 // A check leaves the folder as it is, and tells whether a run may delete it.
@@ -53,7 +51,7 @@ void CheckOutputFolder(ConversionState& state) {
     state.mybbRedirectFolder = state.mybbOutputFolder + u"redirect\\discus\\messages\\";
     const std::u16string folder = StripTrailingBackslash(state.mybbOutputFolder);
     GoingOnInCheck(state, u" - SetupFolderLocations()", [&folder] {
-        if (platform::FileExists(folder)) Raise(kPathAccessError);
+        if (platform::IsFileInTheWay(folder)) Raise(kPathNotFound);
     });
     if (platform::FolderExists(folder)) static_cast<void>(MayDeleteFolder(state, folder));
     state.CancelRequested = false;
@@ -81,7 +79,10 @@ void SetupFolderLocations(ConversionState& state) try {
     SaveSetting(state, u"DiscusMessageFolder", state.DiscusMessageFolder);
     SaveSetting(state, u"DiscusSecureMessageFolder", state.DiscusSecureMessageFolder);
     SaveSetting(state, u"DiscusMainFolder", state.DiscusMainFolder);
-    if (state.mybbOutputFolder.empty()) return state.ShowMessage(u"mybb Output Folder Must Be Filled In");
+    if (state.mybbOutputFolder.empty()) {
+        state.CancelRequested = !IsCheck(state);
+        return state.ShowMessage(u"mybb Output Folder Must Be Filled In");
+    }
     state.mybbOutputFolder = ToolboxLibrary::AddBackslash(state.txtmybbOutputFolder.Text);
     if (IsCheck(state)) return CheckOutputFolder(state);
 

@@ -17,26 +17,33 @@ namespace {
 
 using Fields = std::vector<std::u16string_view>;
 
+constexpr std::size_t kFieldCount = 10;
+constexpr std::u16string_view kLabel = u" - DiscusAddMember()";
 constexpr std::u16string_view kPlaceholderAddress = u"admin@example.com";
 
 std::u16string CleanName(std::u16string_view name) {
     return std::u16string(Trim(RemoveFieldTokens(EscapeField(name))));
 }
 
-std::int32_t NumberOr0(std::u16string_view field) {
-    return IsNumeric(field) ? ToInteger(field) : 0;
+// A field that is no number is the time 0.
+std::int32_t TimeOf(ConversionState& state, std::u16string_view field) {
+    std::int32_t time = 0;
+    InMemberValue(state, kLabel, field, [&] {
+        if (IsNumeric(field)) time = ToInteger(field);
+    });
+    return time;
 }
 
-std::shared_ptr<clsMember> MakeMember(const ConversionState& state, const Fields& fields) {
+std::shared_ptr<clsMember> MakeMember(ConversionState& state, const Fields& fields) {
     auto member = std::make_shared<clsMember>();
     member->username = CleanName(Element(fields, 0));
     member->password = Element(fields, 1);
     member->email = InLowerCase(Element(fields, 2));
     const bool hasRealName = !Trim(Element(fields, 3)).empty();
     member->RealName = CleanName(fields[hasRealName ? 3 : 0]);
-    member->RegisteredDate = NumberOr0(Element(fields, 6));
+    member->RegisteredDate = TimeOf(state, Element(fields, 6));
     member->IPAddr = Element(fields, 7);
-    member->lastpost = NumberOr0(Element(fields, 8));
+    member->lastpost = TimeOf(state, Element(fields, 8));
     member->ID = Add(Add(state.MembersByRealName.Count(), 1), state.DefaultUserCount);
     member->Groups = Element(fields, 9);
     return member;
@@ -81,6 +88,13 @@ void AddAdministrator(ConversionState& state) {
     IgnoringErrors([&] { DiscusAddMember(state, Split(line, u",")); });
 }
 
+void NoteLine(const ConversionState& state, std::u16string_view text, std::u16string_view line) {
+    if (!IsCheck(state)) return;
+    SourcePlace& place = state.Check->MemberLine;
+    place.position = static_cast<Position>(line.data() - text.data()) + 1;
+    ++place.line;
+}
+
 void GrowPostCounts(ConversionState& state, std::int32_t counter) {
     const std::size_t size = state.MemberPostCounts.size();
     if (counter == static_cast<std::int64_t>(size) - 1) state.MemberPostCounts.resize(size + 100, 0);
@@ -99,9 +113,10 @@ void DiscusReadUserFile(ConversionState& state) {
     std::int32_t counter = defaultUsers;
     std::vector<std::u16string> groups;
     for (const std::u16string_view line : lines) {
-        if (IsCheck(state)) ++state.Check->MemberLine;
+        NoteLine(state, text, line);
         if (!line.empty()) {
             const Fields fields = Split(line, u":");
+            if (IsCheck(state)) state.Check->MemberFields = &fields;
             // A line without groups leaves the names of the line before in place, in their changed form.
             if (fields.size() > 9) {
                 const Fields names = Split(fields[9], u"/");
@@ -114,10 +129,11 @@ void DiscusReadUserFile(ConversionState& state) {
                 if (IsCheck(state)) state.Check->LinesOfMembers[number] = state.Check->MemberLine;
                 GrowPostCounts(state, counter);
             }
+            if (IsCheck(state)) state.Check->MemberFields = nullptr;
         }
         state.ToolboxA.KeepResponsive();
     }
-    if (IsCheck(state)) state.Check->MemberLine = 0;
+    if (IsCheck(state)) state.Check->MemberLine = {};
 }
 
 std::int32_t DiscusAddMember(ConversionState& state, const std::vector<std::u16string_view>& fields) {
@@ -125,8 +141,12 @@ std::int32_t DiscusAddMember(ConversionState& state, const std::vector<std::u16s
     try {
         member = MakeMember(state, fields);
     } catch (...) {
-        RoutineHandler(state, u" - DiscusAddMember()", CurrentError());
-        return 0;
+        RoutineHandler(state, kLabel, CurrentError());
+        if (!IsCheck(state) || fields.size() >= kFieldCount) return 0;
+        // A check goes on as though the line had all its fields.
+        Fields filled = fields;
+        filled.resize(kFieldCount);
+        return DiscusAddMember(state, filled);
     }
     EnterMember(state, member);
     return member->ID;

@@ -24,6 +24,15 @@ struct Carried {
     std::int32_t fallbackAddress = 0;
 };
 
+void TakeGroup(ConversionState& state, std::u16string_view name, Carried& carried) {
+    const std::int32_t group = state.GroupsByName.Get(name)->ID;
+    if (carried.primaryGroup == 0) {
+        carried.primaryGroup = group;
+    } else {
+        NoteFinding(state, FindingKind::kFurtherGroups, {}, name);
+    }
+}
+
 // The first group found. A member without groups keeps the group of the member before.
 void TakePrimaryGroup(ConversionState& state, const clsMember& member, Carried& carried) {
     if (member.Groups.empty()) {
@@ -33,12 +42,7 @@ void TakePrimaryGroup(ConversionState& state, const clsMember& member, Carried& 
     carried.primaryGroup = 0;
     for (const std::u16string_view name : Split(member.Groups, u"/")) {
         if (name.empty()) continue;
-        const std::int32_t group = state.GroupsByName.Get(name)->ID;
-        if (carried.primaryGroup == 0) {
-            carried.primaryGroup = group;
-        } else {
-            NoteFinding(state, FindingKind::kFurtherGroups, {}, name);
-        }
+        InMemberValue(state, kLabel, name, [&] { TakeGroup(state, name, carried); });
     }
 }
 
@@ -71,7 +75,7 @@ clsTblUsers MakeRow(ConversionState& state, const clsMember& member, Carried& ca
     row.regdate = member.RegisteredDate;
     row.lastpost = member.lastpost;
     row.birthdayprivacy = u"all";
-    row.regip = AddressNumber(member.IPAddr);
+    GoingOnInCheck(state, kLabel, [&] { row.regip = AddressNumber(member.IPAddr); });
     if (row.regip == 0) row.regip = carried.fallbackAddress++;
     row.lastip = row.regip;
     row.allownotices = 1;

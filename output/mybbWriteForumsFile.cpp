@@ -16,7 +16,7 @@ namespace {
 void EnterName(ConversionState& state, std::u16string_view name, std::int32_t forumId) {
     const int error = IgnoringErrors([&] { state.ForumIdsByName.Add(name, forumId); });
     if (error == kNoError) return;
-    NoteFinding(state, FindingKind::kForumNameTwice, {}, name);
+    NoteFinding(state, FindingKind::kForumNameTwice, u"<!--Me: ", name);
     IgnoringErrors([&] { state.ForumIdsByName.Remove(name); });
     IgnoringErrors([&] { state.ForumIdsByName.Add(name, forumId); });
 }

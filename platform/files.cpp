@@ -163,7 +163,17 @@ void CopyFile(std::u16string_view source, std::u16string_view target) {
 }
 
 void MakeFolders(std::u16string_view path) {
-    CreateFolders(ToNative(path));
+    CreateFolders(WithoutTrailingSeparator(ToNative(path)));
+}
+
+bool IsFileInTheWay(std::u16string_view folder) {
+    fs::path path = WithoutTrailingSeparator(ToNative(folder));
+    while (path.has_relative_path()) {
+        const Kind kind = KindAt(path);
+        if (kind != Kind::kNothing) return kind != Kind::kFolder;
+        path = path.parent_path();
+    }
+    return false;
 }
 
 void RenameFolder(std::u16string_view folder, std::u16string_view name) {

@@ -40,6 +40,9 @@ void CopyFile(std::u16string_view source, std::u16string_view target);
 // Creates the folder with every missing parent; does nothing when it is there.
 void MakeFolders(std::u16string_view path);
 
+// Whether that fails since a file stands where the folder, or one above it, has to be.
+bool IsFileInTheWay(std::u16string_view folder);
+
 // Gives a folder another name beside it; nothing stands under that name yet.
 void RenameFolder(std::u16string_view folder, std::u16string_view name);
 

@@ -38,13 +38,20 @@ void NoteTouching(const ConversionState& state, std::u16string_view text, Positi
     }
 }
 
-void ProcessTops(ConversionState& state, std::u16string_view categoryBody, const std::u16string& name) {
+// A category or a top that is looked at. Both are part of the text.
+void NotePlace(const ConversionState& state, std::u16string_view text, std::u16string_view entry) {
+    if (IsCheck(state)) state.Check->BoardPlace = static_cast<Position>(entry.data() - text.data()) + 1;
+}
+
+void ProcessTops(ConversionState& state, std::u16string_view text, std::u16string_view categoryBody,
+                 const std::u16string& name) {
     Position position = 1;
     Position nextPosition = 1;
     while (true) {
         const std::u16string_view top =
             ExtractTagSection(state, categoryBody, kTop, u"<!--/Top-->", position, nextPosition);
         if (top.empty()) return;
+        NotePlace(state, text, top);
         const std::u16string topNumber(TopNumberOf(top));
         // One further on: a section that begins directly behind this one is not found.
         position = nextPosition + 1;
@@ -65,6 +72,7 @@ bool ProcessCategories(ConversionState& state, std::u16string_view text) {
         const std::u16string_view section =
             ExtractTagSection(state, text, kCategory, u"<!--/Category-->", start, next);
         if (section.empty()) return true;
+        NotePlace(state, text, section);
         if (next > Length(text) || next < 0) {
             NoteFinding(state, FindingKind::kForumsNotWritten, From(text, start));
             return false;
@@ -79,7 +87,7 @@ bool ProcessCategories(ConversionState& state, std::u16string_view text) {
         const std::u16string_view categoryBody = isLast ? From(text, start) : Between(text, start, next);
         if (categoryBody.empty()) return true;
         start = next;
-        ProcessTops(state, categoryBody, name);
+        ProcessTops(state, text, categoryBody, name);
         state.ToolboxA.KeepResponsive();
         if (state.CancelRequested || isLast) return true;
     }

@@ -246,7 +246,7 @@ bool ProcessSections(ConversionState& state, std::u16string_view categoryName, E
     // A sub-topic that was left by a cancel leaves its own element in hand: each step asks for it anew.
     if (HasFound(state, kTopFound)) {
         const std::u16string label = IsCheck(state) ? LabelOf(state) : std::u16string();
-        GoingOnInCheck(state, label, [&] { ProcessTop(state, categoryName); });
+        InSection(state, label, CurrentIndex(state).TopSection, [&] { ProcessTop(state, categoryName); });
     }
     if (HasFound(state, kPostFound)) {
         ProcessPosts(state);
@@ -264,6 +264,8 @@ bool ProcessSections(ConversionState& state, std::u16string_view categoryName, E
 
 void EnterPage(ConversionState& state, std::u16string_view pageName, std::u16string_view categoryName,
                std::int32_t parentForumId) {
+    // The entry that leads here is no longer in hand.
+    if (IsCheck(state)) state.Check->Section = {};
     state.HiddenTopic = false;
     ++state.Depth;
     ResetDataIndex(state, state.Depth);

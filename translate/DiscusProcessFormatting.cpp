@@ -1,6 +1,7 @@
 #include "translate/DiscusProcessFormatting.h"
 
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "text/folding.h"
 
 namespace tessaly {
@@ -111,7 +112,8 @@ std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string_vi
     return text;
 } catch (...) {
     RoutineHandler(state, u" - DiscusProcessFormatting()", CurrentError());
-    return {};
+    // A check goes on with the text as it was.
+    return std::u16string(IsCheck(state) ? body : std::u16string_view());
 }
 
 bool PairFontTags(ConversionState& state, std::u16string_view text, std::u16string_view openingTag,

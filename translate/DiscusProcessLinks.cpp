@@ -15,6 +15,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::u16string_view kLink = u"<a href=";
+constexpr std::u16string_view kLabel = u" - DiscusProcessLinks()";
 
 // The working text while its links are gone through: what stands before the start position, and the rest.
 // Behind a splice the start position is the one measured before it, so links within the shortening are
@@ -34,8 +35,8 @@ class WorkingText {
         rest_ = From(rest_, behindLink_);
     }
 
-    // Whether the search for the next link found one that no "</a>" follows.
-    bool EndsInLink() const { return link_ != 0; }
+    // The link that the search for the next one found, and no "</a>" behind it; empty when it found none.
+    std::u16string_view OpenLink() const { return link_ == 0 ? std::u16string_view() : From(rest_, link_); }
 
     // A link that opens the text becomes the whole text. Gives what is skipped behind the link.
     std::u16string_view Splice(std::u16string_view replacement) {
@@ -165,9 +166,19 @@ bool IsLocal(std::u16string_view link) {
     return Contains(link, u"/discus/messages/") || Contains(link, u"/secure/");
 }
 
+// The last link may be one that no "</a>" follows.
+void NoteEnd(const ConversionState& state, std::u16string_view openLink) {
+    if (!openLink.empty()) {
+        NotePart(state, openLink);
+        NoteFinding(state, FindingKind::kUnclosedLink, openLink);
+    }
+    NotePart(state, {});
+}
+
 void NoteSkipped(const ConversionState& state, std::u16string_view skipped) {
     if (!IsCheck(state)) return;
     for (Position at = Find(skipped, kLink); at != 0; at = Find(skipped, kLink, at + 1)) {
+        NotePart(state, From(skipped, at));
         NoteFinding(state, FindingKind::kSkippedLink, From(skipped, at));
     }
 }
@@ -198,9 +209,10 @@ std::u16string DiscusProcessLinks(ConversionState& state, std::u16string& body, 
     while (true) {
         const std::u16string link(working.NextLink(state));
         if (link.empty()) {
-            if (working.EndsInLink()) NoteFinding(state, FindingKind::kUnclosedLink, kLink);
+            NoteEnd(state, working.OpenLink());
             return std::move(working).Whole();
         }
+        NotePart(state, link);
         if (IsScript(link)) NoteFinding(state, FindingKind::kScriptLink, link);
         if (!IsScript(link) && !IsLocal(link)) {
             NoteFinding(state, FindingKind::kLinkElsewhere, link);
@@ -208,12 +220,16 @@ std::u16string DiscusProcessLinks(ConversionState& state, std::u16string& body, 
             state.ToolboxA.KeepResponsive();
             continue;
         }
-        if (!IsScript(link)) FollowLink(state, body, link, {pageSerial, forumId}, replacement);
+        const auto follow = [&] { FollowLink(state, body, link, {pageSerial, forumId}, replacement); };
+        if (!IsScript(link) && !GoingOnInCheck(state, kLabel, follow)) {
+            working.Skip();
+            continue;
+        }
         NoteSkipped(state, working.Splice(replacement));
         state.ToolboxA.KeepResponsive();
     }
 } catch (...) {
-    RoutineHandler(state, u" - DiscusProcessLinks()", CurrentError());
+    RoutineHandler(state, kLabel, CurrentError());
     return {};
 }
 

@@ -1,6 +1,7 @@
 #include "translate/modAnnouncements.h"
 
 #include "control/RoutineHandler.h"
+#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "reader/FieldEscaping.h"
 #include "reader/TagScanning.h"
@@ -12,6 +13,8 @@
 namespace tessaly {
 
 namespace {
+
+constexpr std::u16string_view kLabel = u" - mybbWriteAnnouncementMsg()";
 
 // The post in hand is that of the page before.
 void NoteFilesWithoutPost(ConversionState& state, std::size_t from) {
@@ -26,7 +29,7 @@ void mybbWriteAnnouncementMsg(ConversionState& state, std::u16string_view sectio
     const std::size_t filesBefore = state.Note.Attachments.size();
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, state.AnnouncementForumId);
     NoteFilesWithoutPost(state, filesBefore);
-    text = ProcessImages(state, text);
+    GoingOnInCheck(state, kLabel, [&] { text = ProcessImages(state, text); });
     NoteLostImages(state, text);
     text = RemoveTagInformation(state, text);
     text = EscapeField(text);
@@ -44,7 +47,7 @@ void mybbWriteAnnouncementMsg(ConversionState& state, std::u16string_view sectio
     row.BuildString(line);
     WriteFileLine(state, line, state.AnnouncementsFile, u"mybb_announcements", false);
 } catch (...) {
-    RoutineHandler(state, u" - mybbWriteAnnouncementMsg()", CurrentError());
+    RoutineHandler(state, kLabel, CurrentError());
 }
 
 }  // namespace tessaly

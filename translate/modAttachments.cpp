@@ -121,9 +121,10 @@ void TakeFile(ConversionState& state, const std::u16string& source, std::int32_t
 
 std::u16string ProcessAttachments(ConversionState& state, std::u16string& body, std::int32_t memberNumber) {
     std::u16string marker(kNotTaken);
+    std::u16string section;
     try {
         if (!state.optCreateAttachments) return marker;
-        const std::u16string section(FirstTagSection(state, body, u"<!--attachment:", u"<!--/attachment-->"));
+        section = FirstTagSection(state, body, u"<!--attachment:", u"<!--/attachment-->");
         if (section.empty()) return marker;
         const std::u16string source = SourceOf(state, AddressOf(state, section));
         if (source.empty()) return marker;
@@ -132,6 +133,8 @@ std::u16string ProcessAttachments(ConversionState& state, std::u16string& body, 
         RemoveAll(body, section);
     } catch (...) {
         RoutineHandler(state, u" - ProcessAttachments()", CurrentError());
+        // A check goes on as though the file had been taken.
+        if (IsCheck(state)) RemoveAll(body, section);
     }
     return marker;
 }

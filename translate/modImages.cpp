@@ -24,6 +24,7 @@ std::u16string ProcessImages(ConversionState& state, std::u16string_view text) {
     if (!IsLocal(source)) return std::u16string(text);
     RemoveAll(source, u"<img src=\"");
     const std::u16string_view address = Between(source, 1, Find(source, u"\""));
+    NotePart(state, Between(text, tag, behindTag));
     std::u16string translated(Between(text, 1, tag));
     translated += u"[img]";
     translated += address;
@@ -37,10 +38,12 @@ void NoteLostImages(const ConversionState& state, std::u16string_view text) {
     if (!IsCheck(state)) return;
     for (Position at = Find(text, kTag); at != 0; at = Find(text, kTag, at + 1)) {
         const Position end = Find(text, u">", at);
-        if (end == 0) return;
+        if (end == 0) break;
         const std::u16string_view tag = Between(text, at, end + 1);
+        NotePart(state, tag);
         NoteFinding(state, IsLocal(tag) ? FindingKind::kFurtherImage : FindingKind::kImageElsewhere, tag);
     }
+    NotePart(state, {});
 }
 
 }  // namespace tessaly

@@ -22,6 +22,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::u16string_view kPost = u"<!--Post: ";
+constexpr std::u16string_view kLabel = u" - DiscusProcessPostsOnPage()";
 
 // What is gathered while the posts of a page are read.
 struct PageOfPosts {
@@ -34,6 +35,8 @@ struct PageOfPosts {
     std::int32_t lastPosterRead = 0;
     // First time of the page minus the first time that differs; above 0 on a page that stands newest first.
     std::int32_t orderDifference = 0;
+    // The source of each row, in the order of the rows.
+    std::vector<std::u16string_view> sections;
 };
 
 struct Poster {
@@ -99,6 +102,14 @@ std::int32_t TimeOf(ConversionState& state, std::u16string_view section) {
     return ToInteger(value);
 }
 
+// A check goes on behind a time that is no number.
+std::int32_t ReadTime(ConversionState& state, std::u16string_view section) {
+    std::optional<std::int32_t> time;
+    GoingOnInCheck(state, kLabel, [&] { time = TimeOf(state, section); });
+    if (IsCheck(state)) state.Check->PostRead(time);
+    return time.value_or(0);
+}
+
 std::u16string TranslateBody(ConversionState& state, std::u16string_view section, const Poster& poster,
                              std::int32_t forumId) {
     std::u16string body(FirstTagSection(state, section, u"<!--Text-->", u"<!--/Text-->"));
@@ -106,7 +117,7 @@ std::u16string TranslateBody(ConversionState& state, std::u16string_view section
     state.PostCounter = Add(state.PostCounter, 1);
     ProcessAttachments(state, body, poster.number);
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, forumId);
-    text = ProcessImages(state, text);
+    GoingOnInCheck(state, kLabel, [&] { text = ProcessImages(state, text); });
     NoteLostImages(state, text);
     text = DiscusProcessFormatting(state, text);
     text = RemoveTagInformation(state, text);
@@ -133,9 +144,8 @@ void ProcessPost(ConversionState& state, PageOfPosts& page, std::u16string_view 
     const std::u16string postNumber = PostNumberOf(section);
     const Poster poster = ResolvePoster(state, page, section);
     CountPoster(state, poster.number);
-    const std::int32_t time = TimeOf(state, section);
+    const std::int32_t time = ReadTime(state, section);
     (page.postCount == 0 ? state.FirstPostTime : state.LastPostTime) = time;
-    if (IsCheck(state)) state.Check->PostDated(time);
     ++page.postCount;
     NoteOrder(page, time, poster.number);
     page.lastPosterRead = poster.number;
@@ -156,6 +166,7 @@ void ProcessPost(ConversionState& state, PageOfPosts& page, std::u16string_view 
     std::u16string text;
     row.BuildString(text);
     state.PageRows.Add(ToText(page.postCount), std::move(text));
+    page.sections.push_back(section);
 }
 
 // The posts up to one without its exact closing tag; what stands behind that is ignored.
@@ -166,13 +177,13 @@ void ReadPosts(ConversionState& state, PageOfPosts& page, std::u16string_view pa
     while (true) {
         const Position open = Find(pageData, kPost, position);
         if (open == 0) return;
-        GetPostTags(open, pageData, openTag, closeTag);
+        const auto readTags = [&] { GetPostTags(open, pageData, openTag, closeTag); };
+        if (!GoingOnInCheck(state, kLabel, readTags)) return;
         const Position close = Find(pageData, closeTag, open);
         if (close == 0) return NoteFinding(state, FindingKind::kPostsBehindUnclosed, From(pageData, open));
         position = close + Length(closeTag);
         const std::u16string_view section = Between(pageData, open, position);
-        InSection(state, u" - DiscusProcessPostsOnPage()", section,
-                  [&] { ProcessPost(state, page, section); });
+        InSection(state, kLabel, section, [&] { ProcessPost(state, page, section); });
         // In a check a post that failed counts as not there.
         page.postCount = state.PageRows.Count();
         if (state.CancelRequested) return;
@@ -210,7 +221,9 @@ void WritePosts(ConversionState& state, const PageOfPosts& page) {
     Tell(state, page.indent + u"Re-ordering Posts - " + ToText(isReversed ? 1 : count) + u" - " +
                     ToText(index.FirstPostId) + u" to " + ToText(index.LastPostId) + u"\r\n");
     for (std::int32_t written = 1; written <= count; ++written) {
-        WriteRow(state, isReversed ? count + 1 - written : written, written);
+        const std::int32_t position = isReversed ? count + 1 - written : written;
+        InSection(state, kLabel, page.sections[static_cast<std::size_t>(position) - 1],
+                  [&] { WriteRow(state, position, written); });
     }
     NoteSurplus(state, count);
     Tell(state, page.indent + u"Done\r\n\r\n");
@@ -250,7 +263,7 @@ void DiscusProcessPostsOnPage(ConversionState& state, std::u16string_view pagePa
     state.PageRows = {};
     state.PageAttachmentRows = {};
 } catch (...) {
-    RoutineHandler(state, u" - DiscusProcessPostsOnPage()", CurrentError());
+    RoutineHandler(state, kLabel, CurrentError());
 }
 
 }  // namespace tessaly

@@ -77,6 +77,13 @@ const std::vector<EndOfRun>& AllEnds() {
              WritePosts(board,
                         "<!--attachment: x--><a href=\"a-1.pdf\" target=_blank>a</a><!--/attachment-->");
          }},
+        {"AnUploadOfMoreThan2GB", kAttachmentSize, u"6 - ProcessAttachments()",
+         [](CheckedBoard& board) {
+             board.WritePage("12/a-1.pdf", "x");
+             std::filesystem::resize_file(board.folder.Native("source/discus/messages/12/a-1.pdf"),
+                                          2147483648);
+             WritePosts(board, "<a href=\"http://old.example/discus/messages/12/a-1.pdf\">a</a>");
+         }},
         {"AWebsiteWithoutItsScheme", kWebsite, u"9 - ProcessAttachments()",
          [](CheckedBoard& board) {
              board.state.txtDiscusWebsite.SetText(u"old.example");
@@ -115,8 +122,19 @@ const std::vector<EndOfRun>& AllEnds() {
              board.WritePage("13/13.html", PageHead("13/Tapes", "13/Tapes", "Tapes", "Tapes") +
                                                Top(14, "http://old.example/discus/messages/../12", "x"));
          }},
-        {"AnOutputFolderThatIsAFile", kOtherFailure, u"75 - SetupFolderLocations()",
+        {"AnOutputFolderThatIsAFile", kOutputFolder, u"76 - SetupFolderLocations()",
          [](CheckedBoard& board) { board.folder.Write("output", "x"); }},
+        {"AnOutputFolderBelowAFile", kOutputFolder, u"76 - SetupFolderLocations()",
+         [](CheckedBoard& board) {
+             board.folder.Write("file", "x");
+             board.state.txtmybbOutputFolder.SetText(board.folder.Path("file/below/output"));
+         }},
+        {"NoOutputFolder", kMessage, u"mybb Output Folder Must Be Filled In",
+         [](CheckedBoard& board) { board.state.txtmybbOutputFolder.SetText(u""); }},
+        {"ACategoryNameWhoseTokensMakeATag", kForumName, u"5 - DiscusProcessDiscusMainBoardFile() - ",
+         [](CheckedBoard& board) {
+             board.WriteBoardFile(BoardFile("a`b\\c", {12, 12}));
+         }},
         {"APageNameWhoseTokensMakeATag", kForumName, u"5 - DiscusProcessBoardTopics() - ",
          [](CheckedBoard& board) {
              board.WritePage("12/12.html", PageHead("12/Radios", "12/a`b\\c", "Radios", "Old radios") +
@@ -230,6 +248,152 @@ TEST(EndsOfRunTogether, AreFoundInOneCheckEachAtItsPlace) {
     EXPECT_EQ(board.Of(kMemberFields).front().line, 2);
     ASSERT_EQ(board.CountOf(kGroupName), 1);
     EXPECT_EQ(board.Of(kGroupName).front().line, 3);
+}
+
+TEST(EndsOfRunTogether, OfOnePostAreAllFound) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html",
+                    Head() + Post(5, "Anna", "never",
+                                  "<!--attachment: x--><a href=\"a.pdf\" target=_blank>a</a>"
+                                  "<!--/attachment--> <a href=\"x\">/secure/</a> <a href=\"x\">/secure/</a> "
+                                  "<img src=http://old.example/discus/messages/12/a.jpg alt=Dial> "
+                                  "<font size=2>x<font size=3>y</font>"));
+    const BoardCheck& check = board.Check();
+    EXPECT_EQ(board.CountOf(kPostTime), 1);
+    EXPECT_EQ(board.CountOf(kAttachmentAddress), 1);
+    EXPECT_EQ(board.CountOf(kLinkAddress), 2);
+    EXPECT_EQ(board.CountOf(kImageQuotes), 1);
+    EXPECT_EQ(board.CountOf(kFontTags), 1);
+    EXPECT_EQ(testing::EndsOf(check), 6);
+    EXPECT_EQ(check.Tally().posts, 1);
+    EXPECT_TRUE(check.Tally().postsByYear.empty());
+}
+
+TEST(EndsOfRunTogether, OfOneAnnouncementAreAllFound) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", Head() +
+                                      "<!--Announcement--><a href=\"x\">/secure/</a> "
+                                      "<img src=http://old.example/discus/messages/12/a.jpg alt=Dial>"
+                                      "<!--/Announcement-->\n");
+    board.Check();
+    EXPECT_EQ(board.CountOf(kLinkAddress), 1);
+    EXPECT_EQ(board.CountOf(kImageQuotes), 1);
+}
+
+TEST(EndsOfRunTogether, OfOneMemberAreAllFound) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", Head() + Post(5, "Anna", "1043846797", "Hello"));
+    board.WriteMembers("anna:pw:a@host.example:Anna:::2147483648:10.0.1:2147483649:Bread, cakes/A?\n");
+    const BoardCheck& check = board.Check();
+    ASSERT_EQ(board.CountOf(kMemberNumber), 2);
+    EXPECT_EQ(board.Of(kMemberNumber).front().detail, u"2147483648");
+    EXPECT_EQ(board.Of(kMemberNumber).back().detail, u"2147483649");
+    ASSERT_EQ(board.CountOf(kGroupName), 2);
+    EXPECT_EQ(board.Of(kGroupName).front().detail, u"Bread, cakes");
+    EXPECT_EQ(board.Of(kGroupName).back().detail, u"A?");
+    ASSERT_EQ(board.CountOf(kMemberAddress), 1);
+    EXPECT_EQ(board.Of(kMemberAddress).front().detail, u"10.0.1");
+    EXPECT_EQ(testing::EndsOf(check), 5);
+}
+
+// As far as the fields go that are there.
+TEST(EndsOfRunTogether, OfAMemberWithTooFewFieldsAreAllFound) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", Head() + Post(5, "Anna", "1043846797", "Hello"));
+    board.WriteMembers(
+        "bert:pw:b@host.example:Bert:::0:10.0.0.1:0:Editors\n"
+        "anna:pw:a@host.example:Anna:::2147483648:10.0.1:0\n");
+    const BoardCheck& check = board.Check();
+    ASSERT_EQ(board.CountOf(kMemberFields), 1);
+    const Finding& finding = board.Of(kMemberFields).front();
+    EXPECT_EQ(finding.detail, u"9 fields");
+    EXPECT_EQ(finding.words, u"anna");
+    EXPECT_EQ(finding.line, 2);
+    // The first line has 51 characters with its end.
+    EXPECT_EQ(finding.position, 52);
+    EXPECT_EQ(board.CountOf(kMemberAddress), 1);
+    EXPECT_GE(board.CountOf(kMemberNumber), 1);
+    EXPECT_EQ(board.CountOf(kUnknownPoster), 0);
+    board.Convert();
+    EXPECT_EQ(board.messages.front(), testing::MessageOf(*check.FirstEnd()));
+}
+
+TEST(EndsOfRunTogether, APostTagWithoutEndDoesNotHideWhatThePostsBeforeItHold) {
+    CheckedBoard board;
+    board.state.Charset = u"iso-8859-1";
+    board.state.cboCharset.SetText(u"iso-8859-1");
+    board.folder.Write("program/Docs/iso-8859-1.txt", "&Omega;\t\xCE\xA9\r\n");
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", Head() + Post(5, "Anna", "1043846797", "50 &Omega;") + "<!--Post: 6");
+    board.Check();
+    EXPECT_EQ(board.CountOf(kPostTag), 1);
+    EXPECT_EQ(board.CountOf(kLackedCharacter), 1);
+}
+
+TEST(EndsOfRunTogether, AreFoundBesideASecureFolderThatIsNotThere) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", Head() + Post(5, "Anna", "never", "Hello"));
+    std::filesystem::remove(board.folder.Native("source/discus_admin_1/secure"));
+    EXPECT_TRUE(board.Check().WasBoardRead());
+    EXPECT_EQ(board.CountOf(kMessage), 1);
+    EXPECT_EQ(board.CountOf(kPostTime), 1);
+}
+
+TEST(EndsOfRunTogether, WithoutAMessageFolderTheBoardIsNotLookedAt) {
+    CheckedBoard board;
+    board.WriteMembers(MemberLine("bert", "10.0.1", "Editors"));
+    board.state.txtDiscusMessageFolder.SetText(board.folder.Path("nowhere"));
+    EXPECT_FALSE(board.Check().WasBoardRead());
+    EXPECT_EQ(board.CountOf(kMessage), 1);
+    EXPECT_EQ(board.CountOf(kMemberAddress), 0);
+}
+
+TEST(EndsOfRunTogether, ANameThatIsNotFoundAgainIsToldWhereItStands) {
+    CheckedBoard board;
+    board.WriteBoardFile("\n" + BoardFile("a`b\\c", {12}));
+    board.WritePage("12/12.html", PageHead("12/Radios", "12/d`e\\f", "Radios", "Old radios") +
+                                      Post(5, "Anna", "1043846797", "Hello"));
+    board.Check();
+    ASSERT_EQ(board.CountOf(kForumName), 2);
+    const Finding& category = board.Of(kForumName).front();
+    EXPECT_TRUE(category.page.ends_with(u"\\board-topics.html"));
+    // A line end and the category of 69 characters with its end stand before its first top.
+    EXPECT_EQ(category.line, 3);
+    const Finding& page = board.Of(kForumName).back();
+    EXPECT_TRUE(page.page.ends_with(u"\\12\\12.html"));
+    EXPECT_EQ(page.line, 3);
+    EXPECT_EQ(page.words.substr(page.words.find(u"<!--Me: "), 16), u"<!--Me: 12/d`e\\f");
+}
+
+TEST(EndsOfRunTogether, ARedirectPathIsToldAtTheEntryThatLeadsThere) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", Head() + Top(13, "http://old.example/discus/messages/12/13.html", "x") +
+                                      Top(14, "http://old.example/discus/messages/12/", "Valves"));
+    board.WritePage("12/13.html", PageHead("12/Radios", "13/One", "One", "One"));
+    board.Check();
+    ASSERT_EQ(board.CountOf(kRedirectPath), 1);
+    const Finding& finding = board.Of(kRedirectPath).front();
+    EXPECT_TRUE(finding.page.ends_with(u"\\12\\12.html"));
+    EXPECT_EQ(finding.line, 6);
+}
+
+TEST(EndsOfRunTogether, LinksThatAreSpelledAlikeAreToldEachAtItsPlace) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    const std::string page =
+        Head() + Post(5, "Anna", "1043846797", "<a href=\"x\">/secure/</a>\n<a href=\"x\">/secure/</a>");
+    board.WritePage("12/12.html", page);
+    board.Check();
+    ASSERT_EQ(board.CountOf(kLinkAddress), 2);
+    EXPECT_EQ(board.Of(kLinkAddress).front().position, static_cast<Position>(page.find("<a href=\"x") + 1));
+    EXPECT_EQ(board.Of(kLinkAddress).back().position, static_cast<Position>(page.rfind("<a href=\"x") + 1));
+    EXPECT_EQ(board.Of(kLinkAddress).back().line, board.Of(kLinkAddress).front().line + 1);
 }
 
 void WriteTopWithALongName(CheckedBoard& board, std::size_t length) {

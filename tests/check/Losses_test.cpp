@@ -80,6 +80,29 @@ TEST(Losses, OnlyTheFirstLocalImageOfAPostStays) {
     EXPECT_EQ(board.CountOf(kImageElsewhere), 0);
 }
 
+TEST(Losses, PicturesAndLinksThatAreSpelledAlikeAreToldEachAtItsPlace) {
+    const std::string picture = "<img src=\"" + Address("12/a-1.jpg") + "\" alt=\"a\">";
+    const std::string link = "<a href=\"http://elsewhere.example\">there</a>";
+    const auto board = PageWithBody(link + "\n" + link + "\n" + picture + "\n" + picture);
+    ASSERT_EQ(board.CountOf(kLinkElsewhere), 2);
+    // The page's head has four lines, and the post's text begins on its third.
+    EXPECT_EQ(board.Of(kLinkElsewhere).front().line, 7);
+    EXPECT_EQ(board.Of(kLinkElsewhere).back().line, 8);
+    // The first picture stays.
+    ASSERT_EQ(board.CountOf(kFurtherImage), 1);
+    EXPECT_EQ(board.Of(kFurtherImage).front().line, 10);
+}
+
+TEST(Losses, AFileThatIsNotThereIsToldOncePerPlace) {
+    const std::string link = "<a href=\"" + Address("12/a-1.pdf") + "\" target=_blank>a</a>";
+    const auto board =
+        PageWithBody("<!--attachment: x-->" + link + "<!--/attachment-->\nquite some words in between\n" +
+                     "and then again far enough behind, as the first link is gone by then: " + link);
+    ASSERT_EQ(board.CountOf(kMissingAttachment), 2);
+    EXPECT_EQ(board.Of(kMissingAttachment).front().line, 7);
+    EXPECT_EQ(board.Of(kMissingAttachment).back().line, 9);
+}
+
 TEST(Losses, ASmileyGoes) {
     EXPECT_EQ(PageWithBody("x <img src=\"http://old.example/discus/clipart/happy.gif\" alt=\":-)\">")
                   .CountOf(kImageElsewhere),
@@ -166,11 +189,14 @@ TEST(Losses, ASubtopicOfAPageWithoutASubjectIsNotEntered) {
     board.WritePage("12/12.html", "<!--Me: 12/Radios-->\n<!--Top: 13--><a href=\"" + Address("12/13.html") +
                                       "\">Valves</a><!--/Top-->\n");
     board.WritePage("12/13.html", Head());
+    board.WritePage("12/14.html", Head());
     board.Check();
     ASSERT_EQ(board.CountOf(kNoSubject), 1);
     EXPECT_EQ(board.Of(kNoSubject).front().position, 22);
+    EXPECT_TRUE(board.Of(kNoSubject).front().detail.ends_with(u"13.html"));
+    // The page that the entry leads to is told by it alone.
     ASSERT_EQ(board.CountOf(kUnreachedPage), 1);
-    EXPECT_TRUE(board.Of(kUnreachedPage).front().page.ends_with(u"\\12\\13.html"));
+    EXPECT_TRUE(board.Of(kUnreachedPage).front().page.ends_with(u"\\12\\14.html"));
 }
 
 TEST(Losses, AMissingPageIsToldWhereAnEntryLeadsToIt) {
@@ -227,7 +253,7 @@ TEST(Losses, TopsThatTouchInTheBoardFileAreTold) {
     board.Check();
     ASSERT_EQ(board.CountOf(kTouchingSection), 1);
     EXPECT_EQ(board.Of(kTouchingSection).front().line, 2);
-    EXPECT_EQ(board.CountOf(kUnreachedPage), 1);
+    EXPECT_EQ(board.CountOf(kUnreachedPage), 0);
 }
 
 TEST(Losses, ABoardFileThatEndsWithACategoryIsTold) {
@@ -304,6 +330,22 @@ TEST(Losses, CharactersThatTheCharsetLacksAreToldAndThoseThatDoNotDecode) {
     EXPECT_TRUE(board.Of(kUndecodedCharacter).front().page.ends_with(u"\\12\\12.html"));
 }
 
+TEST(Losses, ACharacterThatTheCharsetLacksIsToldAtEachPostThatHoldsIt) {
+    CheckedBoard board;
+    board.state.Charset = u"iso-8859-1";
+    board.state.cboCharset.SetText(u"iso-8859-1");
+    board.folder.Write("program/Docs/iso-8859-1.txt", "&Omega;\t\xCE\xA9\r\n");
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    // Newest first: the rows are written from the last to the first.
+    board.WritePage("12/12.html", Head() + Post(7, "Anna", "1043846799", "50 &Omega;") +
+                                      Post(6, "Anna", "1043846798", "fine") +
+                                      Post(5, "Anna", "1043846797", "60 &Omega;"));
+    board.Check();
+    ASSERT_EQ(board.CountOf(kLackedCharacter), 2);
+    EXPECT_EQ(board.Of(kLackedCharacter).front().post, u"5");
+    EXPECT_EQ(board.Of(kLackedCharacter).back().post, u"7");
+}
+
 TEST(Losses, UnknownSequencesAreCountedWhereverTheyStand) {
     const OnePage board(Post(5, "Anna", "1043846797", "&auml; &bogus; x &Bogus; y &smile;") +
                         Post(6, "Anna", "1043846798", "&bogus;"));
@@ -337,6 +379,7 @@ TEST(Losses, OfAKindThatIsMetVeryOftenTheFirstAreKeptAndAllCounted) {
     EXPECT_EQ(board.CountOf(kLinkElsewhere), 600);
     ASSERT_EQ(board.Of(kLinkElsewhere).size(), 500u);
     EXPECT_EQ(board.Of(kLinkElsewhere).back().post, u"500");
+    EXPECT_EQ(board.LeftOutOf(kLinkElsewhere), 100);
 }
 
 }  // namespace

@@ -53,6 +53,29 @@ TEST(ReadOnly, FoldersAreEnoughForACheckAndStayAsTheyAre) {
     EXPECT_EQ(StateOf(board.folder), before);
 }
 
+TEST(ReadOnly, AnUploadThatMayNotBeReadEndsARunAndIsNamedOnce) {
+    CheckedBoard board;
+    board.WriteBoardFile(testing::BoardFile("Main", {12}));
+    board.WritePage("12/a.pdf", "file");
+    board.WritePage("12/12.html",
+                    testing::PageHead("12/Radios", "12/Radios", "Radios", "Old radios") +
+                        testing::Post(5, "Anna", "1043846797",
+                                      "<!--attachment: x--><a href=\"http://old.example/discus/messages/12/"
+                                      "a.pdf\" target=_blank>a</a><!--/attachment-->"));
+    fs::permissions(board.folder.Native("source/discus/messages/12/a.pdf"), fs::perms::none);
+    {
+        const testing::Unprivileged nobody;
+        if (!nobody.IsSo()) GTEST_SKIP() << "modes do not count here";
+        const BoardCheck& check = board.Check();
+        EXPECT_EQ(testing::EndsOf(check), 1);
+        ASSERT_EQ(board.CountOf(FindingKind::kFileNotRead), 1);
+        const Finding& finding = board.Of(FindingKind::kFileNotRead).front();
+        EXPECT_EQ(finding.post, u"5");
+        EXPECT_TRUE(finding.detail.ends_with(u"12/a.pdf"));
+        EXPECT_TRUE(check.FirstEnd()->label.ends_with(u" - ProcessAttachments()"));
+    }
+}
+
 TEST(ReadOnly, APageThatMayNotBeReadEndsARunAndIsNamed) {
     CheckedBoard board;
     board.WriteBoardFile(testing::BoardFile("Main", {12}));

@@ -127,7 +127,7 @@ TEST(Check, ReportHoldsTotalsYearsGradesAndFindings) {
     EXPECT_EQ(report["cancelled"], false);
     EXPECT_EQ(report["charset"], "utf-8");
     EXPECT_EQ(report["totals"]["pages"], 1);
-    EXPECT_EQ(report["totals"]["posts"], 2);
+    EXPECT_EQ(report["totals"]["posts"], 3);
     EXPECT_EQ(report["postsByYear"], (json{{"1999", 1}, {"2000", 1}}));
     EXPECT_EQ(report["grades"], (json{{"ends the run", 1}, {"loses something", 0}, {"worth knowing", 1}}));
     ASSERT_EQ(report["kinds"].size(), 2u);

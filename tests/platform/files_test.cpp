@@ -188,10 +188,22 @@ TEST(MakeFolders, OfAFolderThatIsThereDoesNothing) {
 TEST(MakeFolders, WhereAFileStandsInTheWayFails) {
     const TemporaryFolder folder;
     folder.Write("a", "x");
-    EXPECT_NE(ErrorOf([&] { MakeFolders(folder.Path("a")); }), 0);
-    EXPECT_NE(ErrorOf([&] { MakeFolders(folder.Path("a/b")); }), 0);
+    EXPECT_EQ(ErrorOf([&] { MakeFolders(folder.Path("a")); }), 76);
+    EXPECT_EQ(ErrorOf([&] { MakeFolders(folder.Path("a") + u"\\"); }), 76);
+    EXPECT_EQ(ErrorOf([&] { MakeFolders(folder.Path("a/b/c")); }), 76);
     EXPECT_NE(ErrorOf([] { MakeFolders(u""); }), 0);
     EXPECT_EQ(folder.Read("a"), "x");
+}
+
+TEST(MakeFolders, FailsForAFileInTheWayAsIsForetold) {
+    const TemporaryFolder folder;
+    folder.Write("a/file", "x");
+    EXPECT_TRUE(IsFileInTheWay(folder.Path("a/file")));
+    EXPECT_TRUE(IsFileInTheWay(folder.Path("a/file") + u"\\"));
+    EXPECT_TRUE(IsFileInTheWay(folder.Path("a/file/b/c")));
+    EXPECT_FALSE(IsFileInTheWay(folder.Path("a")));
+    EXPECT_FALSE(IsFileInTheWay(folder.Path("a/b/c")));
+    EXPECT_FALSE(IsFileInTheWay(u""));
 }
 
 TEST(Listing, NamesComeInTheirOrderIgnoringCase) {

@@ -19,6 +19,10 @@ std::int64_t CheckedBoard::CountOf(FindingKind kind) const {
     return check_->Found().CountOf(kind);
 }
 
+std::int64_t CheckedBoard::LeftOutOf(FindingKind kind) const {
+    return check_->Found().LeftOutOf(kind);
+}
+
 std::int64_t EndsOf(const BoardCheck& check) {
     return check.Found().CountOf(Grade::kEndsRun);
 }

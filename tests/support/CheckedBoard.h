@@ -18,6 +18,7 @@ class CheckedBoard : public TestBoard {
     // The findings of a kind, of the last check.
     const std::vector<Finding>& Of(FindingKind kind) const;
     std::int64_t CountOf(FindingKind kind) const;
+    std::int64_t LeftOutOf(FindingKind kind) const;
 
   private:
     std::unique_ptr<ConversionState> checked_;
