@@ -193,7 +193,7 @@ class Report(unittest.TestCase):
         self.assertIn("from 2000 to 2007", chart.get_attribute("textContent"))
         self.assertEqual(len(find("figure tbody tr")), 8)
         tree = find("ul.tree")[0].text
-        self.assertIn("7 posts, 2 pages", tree)
+        self.assertIn("8 posts, 2 pages", tree)
         self.assertIn("12/12.html", tree)
 
     def test_filters_by_a_word_and_by_grade_and_tells_how_many_are_shown(self):
