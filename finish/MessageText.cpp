@@ -104,13 +104,13 @@ struct Whole {
 
 constexpr Whole kWholes[] = {{kLink, u"]"}, {u"[img", u"[/img]"}, {u"[url]", u"[/url]"}};
 
-// How long it is; 0 where it has no end, or another one begins before.
+// How long it is; 0 where it has no end, or another one or a link begins before.
 std::size_t LengthOf(const Whole& whole, std::u16string_view text) {
     for (std::size_t at = text.find_first_of(u"[]", 1); at != kNowhere;
          at = text.find_first_of(u"[]", at + 1)) {
         const std::u16string_view behind = text.substr(at);
         if (BeginsWith(behind, whole.closing)) return at + whole.closing.size();
-        if (BeginsWith(behind, whole.opening)) return 0;
+        if (BeginsWith(behind, whole.opening) || BeginsWith(behind, kLink)) return 0;
     }
     return 0;
 }

@@ -154,6 +154,13 @@ TEST(SplitMessage, CountsAnAddressThatMayBecomeLonger) {
     EXPECT_EQ(pieces.texts, (Pieces{Repeated(link, 72), Repeated(link, 28)}));
 }
 
+TEST(SplitMessage, CountsAddressesBetweenThePartsOfAPictureToo) {
+    const std::u16string_view link = u"[url=x]a[/url]";
+    const MessagePieces pieces =
+        SplitMessage(u"[img" + Repeated(link, 100) + u"[/img]", {.most = 10000, .shortestAddress = 100});
+    EXPECT_EQ(pieces.texts, (Pieces{u"[img" + Repeated(link, 72), Repeated(link, 28) + u"[/img]"}));
+}
+
 TEST(SplitMessage, ClosesTagsAndOpensThemAgain) {
     EXPECT_EQ(Cut(u"[b][size=small]" + Repeated(kWords, 600) + u"[/size][/b]"),
               (Pieces{u"[b][size=small]" + Repeated(kWords, 409) + u"[/size][/b]",
