@@ -40,8 +40,8 @@ class FontTranslation {
     }
 
     std::u16string Whole() && {
-        for (std::size_t at = rest_.find(u'['); at != kNowhere; at = rest_.find(u'[')) {
-            Keep(at);
+        for (Position at = FindExactly(rest_, u"["); at != 0; at = FindExactly(rest_, u"[")) {
+            Keep(static_cast<std::size_t>(at) - 1);
             if (!TakeFontTag()) Keep(1);
         }
         done_ += rest_;
@@ -77,13 +77,13 @@ class FontTranslation {
     FontTags fonts_;
 };
 
-// The address of a link at the head of a text, none where it has no end.
-std::optional<std::u16string_view> AddressOf(std::u16string_view link) {
+// The address behind the beginning of a link, none where it has no end.
+std::optional<std::u16string_view> AddressAt(std::u16string_view text) {
     // No address of the old board is longer.
     constexpr std::size_t kLongestAddress = 4096;
-    const std::size_t end = link.substr(0, kLink.size() + kLongestAddress).find(u']');
+    const std::size_t end = text.substr(0, kLongestAddress).find(u']');
     if (end == kNowhere) return {};
-    return link.substr(kLink.size(), end - kLink.size());
+    return text.substr(0, end);
 }
 
 std::size_t BytesOfUnit(char16_t unit) {
@@ -304,20 +304,24 @@ std::u16string FinishMarkup(std::u16string_view message) {
     return FontTranslation(plain).Whole();
 }
 
-std::u16string LeadLinks(std::u16string_view text, const NewAddress& newAddress) {
+std::u16string LeadLinks(std::u16string text, const NewAddress& newAddress) {
+    // Most messages have none.
+    if (!Contains(text, kLink)) return text;
     std::u16string led;
     led.reserve(text.size() + text.size() / 8);
-    for (Position at = Find(text, kLink); at != 0; at = Find(text, kLink)) {
-        const auto length = static_cast<std::size_t>(at) - 1;
-        led += text.substr(0, length);
-        text.remove_prefix(length);
-        const auto old = AddressOf(text);
+    std::u16string_view rest = text;
+    for (Position at = Find(rest, kLink); at != 0; at = Find(rest, kLink)) {
+        const std::size_t begin = static_cast<std::size_t>(at) - 1 + kLink.size();
+        led += rest.substr(0, begin);
+        rest.remove_prefix(begin);
+        const auto old = AddressAt(rest);
         const auto address = old ? newAddress(*old) : std::nullopt;
-        led += text.substr(0, kLink.size());
-        if (address) led += *address;
-        text.remove_prefix(kLink.size() + (address ? old->size() : 0));
+        if (!address) continue;
+        led += *address;
+        rest.remove_prefix(old->size());
     }
-    return led += text;
+    led += rest;
+    return led;
 }
 
 std::size_t BytesInUtf8(std::u16string_view text) {

@@ -16,7 +16,7 @@ using NewAddress = std::function<std::optional<std::u16string>(std::u16string_vi
 std::u16string FinishMarkup(std::u16string_view message);
 
 // The text with the links to the old board's pages led to the new ones.
-std::u16string LeadLinks(std::u16string_view text, const NewAddress& newAddress);
+std::u16string LeadLinks(std::u16string text, const NewAddress& newAddress);
 
 struct MessagePieces {
     std::vector<std::u16string> texts;

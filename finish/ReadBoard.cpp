@@ -117,12 +117,24 @@ std::size_t MakeThreadWithoutRow(Board& board, std::int32_t fid, const PageKey& 
     return board.threads.size() - 1;
 }
 
+// How many bytes the longest address takes that a link is led to.
+std::size_t LongestAddress(const Board& board) {
+    constexpr std::size_t kBehindTheForums = 70;
+    return BytesInUtf8(board.options.forumAddress) + kBehindTheForums;
+}
+
+// A unit becomes four bytes at most, those of a font tag that is spelled out too, and each bracket may be a
+// link's.
+bool IsSurelyShort(const Board& board, std::u16string_view message, std::size_t tags) {
+    const auto brackets = static_cast<std::size_t>(std::ranges::count(message, u'['));
+    return message.size() * 4 + brackets * LongestAddress(board) + tags <= kMostMessageBytes;
+}
+
 // How many numbers to keep for a post: one more for each further post that its message may go on in. One is
 // left over where a message fits into one post with its new addresses alone.
 std::int64_t NumbersFor(const Board& board, std::int32_t oldPid, std::u16string_view message) {
-    constexpr std::size_t kSurelyShort = 2000;
     const std::size_t tags = AttachmentTags(board, oldPid).size();
-    if (message.size() <= kSurelyShort && tags <= kSurelyShort) return 1;
+    if (IsSurelyShort(board, message, tags)) return 1;
     return static_cast<std::int64_t>(PiecesOfMessage(board, message, tags).texts.size());
 }
 
@@ -394,12 +406,9 @@ std::optional<std::u16string> NewAddressOf(const Board& board, std::u16string_vi
 }
 
 MessagePieces PiecesOfMessage(const Board& board, std::u16string_view message, std::size_t room) {
-    // What stands behind the forum's address in the longest one that a link is led to.
-    constexpr std::size_t kLongestBehind = 70;
-    return SplitMessage(FinishMarkup(message),
-                        {.most = kMostMessageBytes,
-                         .roomInFirst = room,
-                         .shortestAddress = BytesInUtf8(board.options.forumAddress) + kLongestBehind});
+    return SplitMessage(
+        FinishMarkup(message),
+        {.most = kMostMessageBytes, .roomInFirst = room, .shortestAddress = LongestAddress(board)});
 }
 
 void ListDeadLinks(Board& board) {

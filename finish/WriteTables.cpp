@@ -191,7 +191,7 @@ MessagePieces FinishedPieces(const Board& board, std::u16string_view message, co
     const bool isSurelyShort = text.size() * 3 + room <= kMostMessageBytes;
     if (isSurelyShort || BytesInUtf8(text) + room <= kMostMessageBytes) return {{std::move(text)}};
     MessagePieces pieces = PiecesOfMessage(board, message, room);
-    for (std::u16string& piece : pieces.texts) piece = LeadLinks(piece, newAddress);
+    for (std::u16string& piece : pieces.texts) piece = LeadLinks(std::move(piece), newAddress);
     return pieces;
 }
 
