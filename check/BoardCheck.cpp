@@ -193,11 +193,9 @@ void BoardCheck::TakeRemark(const Remark& remark) {
     if (IsInLoop()) return;
     const std::int64_t count = CountOf(remark);
     const std::u16string passedOver = TakePassedOver(remark);
-    if (!IsOfFile(remark.kind) && findings_.IsFull(remark.kind)) {
-        return findings_.Add(remark.kind, {}, count);
-    }
+    if (IsOfFile(remark.kind) && IsToldOfFile(remark.kind)) return;
+    if (findings_.IsFull(remark.kind)) return findings_.Add(remark.kind, {}, count);
     Finding finding = FindingOf(remark);
-    if (IsOfFile(remark.kind) && IsToldOfFile(remark.kind, finding.position)) return;
     if (!passedOver.empty()) finding.detail = Printable(platform::WithNativeSeparators(passedOver));
     findings_.Add(remark.kind, std::move(finding), count);
 }
@@ -219,7 +217,8 @@ Finding BoardCheck::FindingOf(const Remark& remark) {
 }
 
 // Notes it as told.
-bool BoardCheck::IsToldOfFile(FindingKind kind, Position position) {
+bool BoardCheck::IsToldOfFile(FindingKind kind) {
+    const Position position = PositionIn(InHand(), part_ > 0 ? std::u16string_view() : WordsOf(kind));
     if (filesToldOf_ != tally_.nodes.size()) filesTold_.clear();
     filesToldOf_ = tally_.nodes.size();
     return !filesTold_.emplace(kind, position).second;
@@ -278,12 +277,16 @@ Finding BoardCheck::FindingAt(const Source& source, std::u16string_view words) {
     finding.position = source.from;
     const bool isWholeFile = words.empty() && source.from == 0;
     if (source.text.empty() || isWholeFile) return finding;
-    const Position from = std::max<Position>(source.from, 1);
-    finding.position = part_ > 0 ? from + part_ - 1 : PlaceOf(source.text, from, words);
+    finding.position = PositionIn(source, words);
     finding.line = LineOf(source.text, finding.position);
     finding.words = WordsAround(source.text, finding.position);
     finding.post = PostAround(source.text, finding.position);
     return finding;
+}
+
+Position BoardCheck::PositionIn(const Source& source, std::u16string_view words) const {
+    const Position from = std::max<Position>(source.from, 1);
+    return part_ > 0 ? from + part_ - 1 : PlaceOf(source.text, from, words);
 }
 
 bool BoardCheck::MayEnterPage() {
@@ -411,11 +414,13 @@ void BoardCheck::TakePart(std::u16string_view words) {
         nextPart_ = 0;
         return;
     }
-    const Position body = static_cast<Position>(BodyOf(section).data() - section.data()) + 1;
-    const Position next = std::max(nextPart_, body);
-    Position at = Find(section, words, next);
-    if (at == 0) at = Find(section, words, body);
-    if (at == 0) at = Find(section, words.substr(0, kEnough), next);
+    if (nextPart_ == 0) {
+        body_ = static_cast<Position>(BodyOf(section).data() - section.data()) + 1;
+        nextPart_ = body_;
+    }
+    Position at = Find(section, words, nextPart_);
+    if (at == 0) at = Find(section, words, body_);
+    if (at == 0) at = Find(section, words.substr(0, kEnough), nextPart_);
     if (at == 0) return;
     part_ = at;
     nextPart_ = at + 1;

@@ -122,10 +122,11 @@ class BoardCheck {
     // What is translated of a post or an announcement.
     static std::u16string_view BodyOf(std::u16string_view section);
     Finding FindingAt(const Source& source, std::u16string_view words);
+    Position PositionIn(const Source& source, std::u16string_view words) const;
     Finding FailureAt(const Source& source, std::u16string_view words, std::u16string_view label,
                       const RunTimeError& error);
     Finding FindingOf(const Remark& remark);
-    bool IsToldOfFile(FindingKind kind, Position position);
+    bool IsToldOfFile(FindingKind kind);
 
     ConversionState& state_;
     CheckListener listener_;
@@ -141,9 +142,11 @@ class BoardCheck {
     std::unordered_set<std::u16string> pagesTold_;
     std::unordered_set<std::u16string> filesNamed_;
     std::map<std::u16string, UnknownSequence> unknown_;
-    // The link or picture in hand: its position in the section, and where the next one is looked for.
+    // Positions in the section: of the link or picture in hand, where the next one is looked for, and where
+    // the first one was.
     Position part_ = 0;
     Position nextPart_ = 0;
+    Position body_ = 0;
     // What was told of the files of one page.
     std::size_t filesToldOf_ = 0;
     std::set<std::pair<FindingKind, Position>> filesTold_;
