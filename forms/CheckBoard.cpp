@@ -46,7 +46,8 @@ QString CheckBoard(QWidget* owner, const ConversionState& fields) {
     progress.setWindowModality(Qt::WindowModal);
     progress.setAutoReset(false);
     progress.setMaximum(static_cast<int>(CountPages(state)) + 1);
-    progress.setMinimumDuration(300);
+    // At once, so that nothing of the form behind it can be clicked when events are let in.
+    progress.show();
     state.ToolboxA.HandleEvents = [&state, &progress] { ShowProgress(state, progress); };
     check.Run();
     progress.reset();

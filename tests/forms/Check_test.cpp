@@ -33,7 +33,7 @@ class Browser : public QObject {
     void Open(const QUrl& page) { pages << page; }
 };
 
-// Clicks Cancel in the box of a check when the check first lets events in, long before the box shows itself.
+// Clicks Cancel in the box of a check when the check first lets events in.
 class Canceller {
   public:
     explicit Canceller(QWidget& form) : form_(form) {
@@ -42,13 +42,14 @@ class Canceller {
     }
 
     int clicks = 0;
+    bool wasShown = false;
 
   private:
     void Look() {
         auto* const box = form_.findChild<QProgressDialog*>();
         if (box == nullptr || clicks > 0) return;
         ++clicks;
-        box->show();
+        wasShown = box->isVisible();
         QTest::mouseClick(box->findChild<QPushButton*>(), Qt::LeftButton);
     }
 
@@ -65,6 +66,7 @@ class CheckTest : public QObject {
     void writesNothingAndLeavesTheFormAsItIs();
     void waitsUntilARunIsOver();
     void endsWithoutAReportWhenCancelIsClicked();
+    void showsItsBoxBeforeItLetsEventsIn();
     void leavesTheFormReadyWhenItWasCancelled();
 };
 
@@ -125,6 +127,16 @@ void CheckTest::endsWithoutAReportWhenCancelIsClicked() {
     QVERIFY(open.form.statusBar()->currentMessage().isEmpty());
     QVERIFY(open.boxes.texts.isEmpty());
     QVERIFY(open.form.findChild<QProgressDialog*>() == nullptr);
+}
+
+// Nothing of the form behind it can be clicked meanwhile.
+void CheckTest::showsItsBoxBeforeItLetsEventsIn() {
+    const Browser browser;
+    OpenForm open;
+    open.WriteThreePages();
+    const Canceller canceller(open.form);
+    open.ClickMenu("mnuCheck");
+    QVERIFY(canceller.wasShown);
 }
 
 void CheckTest::leavesTheFormReadyWhenItWasCancelled() {
