@@ -5,8 +5,8 @@
 #include <list>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "text/RunTimeError.h"
 #include "text/folding.h"
@@ -37,24 +37,23 @@ class KeyedCollection {
 
     // The item of a key, none when there is no such key.
     Item* Find(std::u16string_view key) {
-        const auto place = places_.find(key);
-        return place == places_.end() ? nullptr : &(*place)->second;
+        const std::size_t slot = SlotOf(key, HashOf(key));
+        return slot == kNowhere ? nullptr : &slots_[slot].place->second;
     }
 
     // The item of a key. Raises 5 when there is no such key.
     Item& Get(std::u16string_view key) {
-        const auto place = places_.find(key);
-        if (place == places_.end()) Raise(kInvalidCall);
-        return (*place)->second;
+        Item* const item = Find(key);
+        if (item == nullptr) Raise(kInvalidCall);
+        return *item;
     }
 
     // Raises 5 when there is no such key.
     void Remove(std::u16string_view key) {
-        const auto place = places_.find(key);
-        if (place == places_.end()) Raise(kInvalidCall);
-        const Place item = *place;
-        places_.erase(place);
-        items_.erase(item);
+        const std::size_t slot = SlotOf(key, HashOf(key));
+        if (slot == kNowhere) Raise(kInvalidCall);
+        items_.erase(slots_[slot].place);
+        Free(slot);
     }
 
     std::int32_t Count() const { return static_cast<std::int32_t>(items_.size()); }
@@ -67,36 +66,74 @@ class KeyedCollection {
     using Items = std::list<std::pair<std::u16string, Item>>;
     using Place = typename Items::iterator;
 
-    static std::u16string_view KeyOf(std::u16string_view key) { return key; }
-    static std::u16string_view KeyOf(Place place) { return place->first; }
+    // Where an item stands. An item's slot is the first free one at or behind the place of its hash, so that
+    // a look-up touches one slot as a rule.
+    struct Slot {
+        std::uint64_t hash = kFree;
+        Place place;
+    };
 
-    // Hashed and compared folded, so that looking up needs no copy of the key.
-    struct FoldedHash {
-        using is_transparent = void;
-        std::size_t operator()(const auto& key) const {
-            std::uint64_t hash = 0xCBF29CE484222325;
-            for (const char16_t unit : KeyOf(key)) hash = (hash ^ Fold(unit)) * 0x100000001B3;
-            return static_cast<std::size_t>(hash ^ (hash >> 32));
+    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+    static constexpr std::uint64_t kFree = 0;
+
+    // Hashed folded, so that looking up needs no copy of the key. Never the mark of a free slot.
+    static std::uint64_t HashOf(std::u16string_view key) {
+        std::uint64_t hash = 0xCBF29CE484222325;
+        for (const char16_t unit : key) hash = (hash ^ Fold(unit)) * 0x100000001B3;
+        return (hash ^ (hash >> 32)) | 1U << 31;
+    }
+
+    std::size_t HomeOf(std::uint64_t hash) const { return hash & (slots_.size() - 1); }
+    std::size_t Behind(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
+
+    std::size_t SlotOf(std::u16string_view key, std::uint64_t hash) const {
+        if (slots_.empty()) return kNowhere;
+        for (std::size_t slot = HomeOf(hash); slots_[slot].hash != kFree; slot = Behind(slot)) {
+            if (slots_[slot].hash == hash && EqualIgnoringCase(slots_[slot].place->first, key)) return slot;
         }
-    };
-    struct FoldedEqual {
-        using is_transparent = void;
-        bool operator()(const auto& one, const auto& other) const {
-            return EqualIgnoringCase(KeyOf(one), KeyOf(other));
+        return kNowhere;
+    }
+
+    void Enter(const Slot& item) {
+        std::size_t slot = HomeOf(item.hash);
+        while (slots_[slot].hash != kFree) slot = Behind(slot);
+        slots_[slot] = item;
+    }
+
+    // A quarter of the slots stays free, a power of two in all.
+    void MakeRoom() {
+        if (4 * (items_.size() + 1) <= 3 * slots_.size()) return;
+        std::vector<Slot> old(slots_.empty() ? 8 : 2 * slots_.size());
+        old.swap(slots_);
+        for (const Slot& item : old) {
+            if (item.hash != kFree) Enter(item);
         }
-    };
+    }
+
+    // What stands behind moves up, as if the freed slot had always been free.
+    void Free(std::size_t slot) {
+        slots_[slot] = {};
+        for (std::size_t next = Behind(slot); slots_[next].hash != kFree; next = Behind(next)) {
+            const Slot item = slots_[next];
+            slots_[next] = {};
+            Enter(item);
+        }
+    }
 
     // The item is made before its key is entered: when memory runs out, neither is there.
     void Insert(Place before, std::u16string_view key, Item item) {
+        const std::uint64_t hash = HashOf(key);
+        if (SlotOf(key, hash) != kNowhere) Raise(kKeyExists);
         Items made;
         made.emplace_back(key, std::move(item));
-        if (!places_.insert(made.begin()).second) Raise(kKeyExists);
+        MakeRoom();
+        Enter({hash, made.begin()});
         items_.splice(before, made);
     }
 
     Items items_;
     // Large collections hold tens of thousands of members: each key is kept once, in its item.
-    std::unordered_set<Place, FoldedHash, FoldedEqual> places_;
+    std::vector<Slot> slots_;
 };
 
 }  // namespace tessaly

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <random>
 #include <type_traits>
 #include <vector>
 
@@ -110,6 +112,37 @@ TEST(KeyedCollection, ItsItemsStayFoundWhenItIsMoved) {
     moved = Numbers();
     EXPECT_EQ(moved.Count(), 0);
     EXPECT_EQ(moved.Find(u"a"), nullptr);
+}
+
+// Many keys, many of them gone again, so that some stand in the way of others.
+TEST(KeyedCollection, FindsWhatWasAddedAndNotRemovedAmongManyKeys) {
+    std::mt19937 random(1);
+    Numbers numbers;
+    std::map<std::u16string, int> expected;
+    for (int round = 0; round < 20000; ++round) {
+        const auto name = static_cast<char16_t>(random() % 400 + 0x100);
+        const std::u16string key = Folded(std::u16string(random() % 3, u'a') + name);
+        if (random() % 5 < 3) {
+            const int error = IgnoringErrors([&] { numbers.Add(key, round); });
+            ASSERT_EQ(error == kNoError, expected.emplace(key, round).second) << round;
+        } else {
+            const int error = IgnoringErrors([&] { numbers.Remove(key); });
+            ASSERT_EQ(error == kNoError, expected.erase(key) == 1) << round;
+        }
+        ASSERT_EQ(numbers.Count(), static_cast<std::int32_t>(expected.size())) << round;
+        if (round % 1000 != 0) continue;
+        for (char16_t unit = 0x100; unit < 0x100 + 400; ++unit) {
+            for (const std::u16string_view head : {u"", u"a", u"AA"}) {
+                const std::u16string sought = std::u16string(head) + unit;
+                const auto known = expected.find(Folded(sought));
+                const int* const found = numbers.Find(sought);
+                ASSERT_EQ(found != nullptr, known != expected.end()) << round;
+                if (found == nullptr) continue;
+                ASSERT_EQ(*found, known->second) << round;
+            }
+        }
+    }
+    EXPECT_GT(expected.size(), 300U);
 }
 
 // A copy's keys would lead to the items of the other.
