@@ -114,14 +114,16 @@ BENCHMARK(ExchangeUnknownSequences);
 
 void FormatMessage(benchmark::State& run) {
     BenchBoard board;
-    for (auto _ : run) benchmark::DoNotOptimize(DiscusProcessFormatting(board.state, Message()).size());
+    for (auto _ : run)
+        benchmark::DoNotOptimize(DiscusProcessFormatting(board.state, std::u16string(Message())).size());
     CountCharacters(run, Message().size());
 }
 BENCHMARK(FormatMessage);
 
 void FormatPlainMessage(benchmark::State& run) {
     BenchBoard board;
-    for (auto _ : run) benchmark::DoNotOptimize(DiscusProcessFormatting(board.state, PlainMessage()).size());
+    for (auto _ : run)
+        benchmark::DoNotOptimize(DiscusProcessFormatting(board.state, std::u16string(PlainMessage())).size());
     CountCharacters(run, PlainMessage().size());
 }
 BENCHMARK(FormatPlainMessage);

@@ -56,7 +56,8 @@ std::u16string TurnBackTokens(std::u16string_view text) {
         plain += character;
         from = at + 3;
     }
-    return plain += From(text, from);
+    plain += From(text, from);
+    return plain;
 }
 
 std::u16string TurnBackName(std::u16string_view text) {

@@ -157,6 +157,7 @@ void DiscusAddGroups(ConversionState& state, std::vector<std::u16string>& names)
         if (name.empty()) continue;
         IgnoringErrors([&] {
             name = CleanName(name);
+            if (state.GroupsByName.Find(name) != nullptr) return;
             auto group = std::make_shared<clsGroup>();
             group->name = name;
             group->ID = Add(Add(state.GroupsByName.Count(), 1), state.DefaultGroupCount);

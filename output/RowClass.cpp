@@ -6,6 +6,10 @@ namespace tessaly {
 
 void RowBuilder::Int(std::int32_t value) {
     Separate();
+    if (value >= 0 && value <= 9) {
+        row_ += static_cast<char16_t>(u'0' + value);
+        return;
+    }
     row_ += ToText(value);
 }
 

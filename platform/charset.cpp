@@ -117,7 +117,9 @@ void AppendBytes(const ByteTable& table, std::u16string_view text, std::string& 
         for (; at < end; ++at) {
             const char16_t unit = text[at];
             const char byte = table.bytes[unit];
-            *write++ = byte == 0 && unit != 0 ? '?' : byte;
+            *write++ = byte;
+            if (byte != 0 || unit == 0) continue;
+            write[-1] = '?';
             if (at + 1 < text.size() && IsPair(unit, text[at + 1])) ++at;
         }
     }

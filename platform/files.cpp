@@ -119,7 +119,7 @@ bool FolderExists(std::u16string_view path) {
 std::string ReadWholeFile(std::u16string_view path) {
     NativeFile file = [path] {
         try {
-            return NativeFile::OpenForReading(FindSource(path));
+            return OpenSource(path);
         } catch (const RunTimeError&) {
             Raise(kFileNotOpened);
         }
@@ -136,7 +136,7 @@ std::string ReadWholeFile(std::u16string_view path) {
 }
 
 std::int64_t FileLength(std::u16string_view path) {
-    return NativeFile::OpenForReading(FindSource(path)).Size();
+    return OpenSource(path).Size();
 }
 
 void WriteWholeFile(std::u16string_view path, const std::vector<std::string>& pieces) {
@@ -152,7 +152,7 @@ void WriteWholeFile(std::u16string_view path, const std::vector<std::string>& pi
 }
 
 void CopyFile(std::u16string_view source, std::u16string_view target) {
-    NativeFile from = NativeFile::OpenForReading(FindSource(source));
+    NativeFile from = OpenSource(source);
     FileBeside beside(ToNative(target));
     NativeFile to = NativeFile::OpenForWriting(beside.Path());
     constexpr std::size_t kPieceSize = 1 << 18;

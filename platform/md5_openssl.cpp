@@ -10,7 +10,7 @@
 namespace tessaly::platform {
 
 std::string Md5OfFile(std::u16string_view path) {
-    NativeFile file = NativeFile::OpenForReading(FindSource(path));
+    NativeFile file = OpenSource(path);
     const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
     if (context == nullptr) Raise(kOutOfMemory);
     if (EVP_DigestInit_ex(context.get(), EVP_md5(), nullptr) != 1) Raise(kInvalidCall);

@@ -50,7 +50,7 @@ class Hash {
 }  // namespace
 
 std::string Md5OfFile(std::u16string_view path) {
-    NativeFile file = NativeFile::OpenForReading(FindSource(path));
+    NativeFile file = OpenSource(path);
     Hash hash;
     std::string buffer(1 << 18, '\0');
     while (const std::size_t got = file.Read(buffer.data(), buffer.size())) hash.Add(buffer, got);

@@ -123,6 +123,18 @@ fs::path FindSource(std::u16string_view path) {
     return found;
 }
 
+// Nearly every file is there as spelled: opening it tells as much as looking first.
+NativeFile OpenSource(std::u16string_view path) {
+    const fs::path spelled = ToNative(path);
+    try {
+        return NativeFile::OpenForReading(spelled);
+    } catch (const RunTimeError&) {
+        const fs::path found = FindSource(path);
+        if (found == spelled) throw;
+        return NativeFile::OpenForReading(found);
+    }
+}
+
 bool LiesWithin(const fs::path& file, const std::vector<std::u16string>& folders) {
     for (const std::u16string& folder : folders) {
         if (!folder.empty() && LiesPlainlyWithin(file, WithoutTrailingSeparator(ToNative(folder))))

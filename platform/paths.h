@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/NativeFile.h"
+
 namespace tessaly::platform {
 
 // Inside the program a path is a text with "\" between its steps. Here it becomes a path of the machine:
@@ -26,6 +28,9 @@ std::u16string WithNativeSeparators(std::u16string_view path);
 // The path of a source file: as spelled when that is there, else looked for step by step ignoring case.
 // Gives the path as spelled when nothing is found.
 std::filesystem::path FindSource(std::u16string_view path);
+
+// The same, opened for reading.
+NativeFile OpenSource(std::u16string_view path);
 
 // Whether the file lies below one of the folders when all links are followed. Empty folders are passed over.
 bool LiesWithin(const std::filesystem::path& file, const std::vector<std::u16string>& folders);

@@ -48,7 +48,8 @@ std::u16string EscapeField(std::u16string_view text) {
         escaped += TokenOf(unit);
         from = at + 1;
     }
-    return escaped += From(text, from);
+    escaped += From(text, from);
+    return escaped;
 }
 
 // Every removed text holds one of a few characters, which most names are without.

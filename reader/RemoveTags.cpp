@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -87,24 +88,22 @@ class NestedTags {
     std::unordered_map<std::uint64_t, int> counts_;
 };
 
-// For a text in which no tag holds a "<" of another: each goes where it stands. False, and nothing changed,
-// for any other text.
-bool RemoveSimpleTags(std::u16string& text, Position open) {
+// For a text in which no tag holds a "<" of another: each goes where it stands. Nothing for any other text.
+std::optional<std::u16string> RemoveSimpleTags(std::u16string_view text) {
     std::u16string done;
     done.reserve(text.size());
     Position from = 1;
-    while (open != 0) {
+    for (Position open = Find(text, u"<"); open != 0;) {
         const Position close = Find(text, u">", open);
         if (close == 0) break;
         const Position next = Find(text, u"<", open + 1);
-        if (next != 0 && next < close) return false;
+        if (next != 0 && next < close) return {};
         done += Between(text, from, open);
         from = close + 1;
         open = next;
     }
     done += From(text, from);
-    text = std::move(done);
-    return true;
+    return done;
 }
 
 // The text without those of its tags that are among some others.
@@ -128,15 +127,14 @@ std::u16string WithoutTagsAmong(std::u16string_view text, const std::vector<std:
 
 // A tag that stands in no nest can wait in its other places until each is the first one there: removing it
 // joins nothing that could become a tag. It waits only until a nest changes, which may swallow what follows.
-void RemoveTags(std::u16string& text) {
-    Position open = Find(text, u"<");
-    if (open == 0 || RemoveSimpleTags(text, open)) return;
+std::u16string RemoveTags(std::u16string_view text) {
+    if (auto bare = RemoveSimpleTags(text)) return *std::move(bare);
     NestedTags nested(text);
     std::vector<std::u16string_view> waiting;
     std::u16string done;
     std::u16string changed;
     std::u16string_view rest = text;
-    while (open != 0) {
+    for (Position open = Find(rest, u"<"); open != 0; open = Find(rest, u"<")) {
         const Position close = Find(rest, u">", open);
         if (close == 0) break;
         const std::u16string_view tag = Between(rest, open, close + 1);
@@ -153,10 +151,9 @@ void RemoveTags(std::u16string& text) {
         } else {
             waiting.push_back(tag);
         }
-        open = Find(rest, u"<");
     }
     done += rest;
-    text = std::move(done);
+    return done;
 }
 
 }  // namespace tessaly

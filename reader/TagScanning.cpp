@@ -64,10 +64,9 @@ void GetPostTags(Position position, std::u16string_view text, std::u16string& op
 }
 
 std::u16string RemoveTagInformation(ConversionState& state, std::u16string_view text) try {
-    std::u16string copy(text);
-    RemoveTags(copy);
+    std::u16string bare = RemoveTags(text);
     state.ToolboxA.KeepResponsive();
-    return copy;
+    return bare;
 } catch (...) {
     RoutineHandler(state, u" - RemoveTagInformation()", CurrentError());
     return {};

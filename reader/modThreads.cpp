@@ -377,10 +377,12 @@ void mybbWriteThreadsFile(ConversionState& state, std::u16string_view subject, s
     WriteFileLine(state, text, state.ThreadsFile, u"mybb_threads", false);
     ++state.ThreadRowCount;
     // The place asked for does not exist in an empty map, so the thread is never entered.
-    IgnoringErrors([&state] {
-        state.ThreadIdsByFile.AddBefore(CurrentIndex(state).FileNumber, ToText(state.ThreadCounter),
-                                        state.ThreadCounter);
-    });
+    if (state.ThreadCounter <= state.ThreadIdsByFile.Count()) {
+        IgnoringErrors([&state] {
+            state.ThreadIdsByFile.AddBefore(CurrentIndex(state).FileNumber, ToText(state.ThreadCounter),
+                                            state.ThreadCounter);
+        });
+    }
     state.ToolboxA.KeepResponsive();
 } catch (...) {
     RoutineHandler(state, u" - InitDataIndex()", CurrentError());

@@ -57,9 +57,15 @@ int RarityOf(char16_t unit, bool ignoreCase) {
     return ignoreCase ? kRaritiesIgnoringCase[unit] : kRarities[unit];
 }
 
-Anchor MakeAnchor(std::u16string_view what, std::size_t offset, bool ignoreCase) {
-    const char16_t mask = ignoreCase && IsLetter(what[offset]) ? 0x20 : 0;
-    return {offset, mask, static_cast<char16_t>(what[offset] | mask), RarityOf(what[offset], ignoreCase)};
+struct Rarest {
+    std::size_t offset = 0;
+    int rarity = 0;
+};
+
+Anchor MakeAnchor(std::u16string_view what, const Rarest& rarest, bool ignoreCase) {
+    const char16_t unit = what[rarest.offset];
+    const char16_t mask = ignoreCase && IsLetter(unit) ? 0x20 : 0;
+    return {rarest.offset, mask, static_cast<char16_t>(unit | mask), rarest.rarity};
 }
 
 struct SameUnit {
@@ -81,17 +87,21 @@ template <typename Rule>
 class Search {
   public:
     explicit Search(std::u16string_view what) : what_(what) {
-        for (std::size_t at = 0; at < what.size(); ++at) {
-            const Anchor anchor = MakeAnchor(what, at, Rule::kIgnoresCase);
-            if (anchor.rarity > first_.rarity) {
-                second_ = first_;
-                first_ = anchor;
-            } else if (anchor.rarity > second_.rarity) {
-                second_ = anchor;
+        Rarest first;
+        Rarest second;
+        for (std::size_t at = 0; at < what.size() && second.rarity < kRare; ++at) {
+            const Rarest here{at, RarityOf(what[at], Rule::kIgnoresCase)};
+            if (here.rarity > first.rarity) {
+                second = first;
+                first = here;
+            } else if (here.rarity > second.rarity) {
+                second = here;
             }
-            if (second_.rarity == kRare) break;
         }
-        if (second_.rarity == 0) second_ = first_;
+        if (first.rarity == 0) return;
+        if (second.rarity == 0) second = first;
+        first_ = MakeAnchor(what, first, Rule::kIgnoresCase);
+        second_ = MakeAnchor(what, second, Rule::kIgnoresCase);
     }
 
     // The first offset at or behind `from`, kNowhere when there is none.

@@ -1,5 +1,7 @@
 #include "translate/DiscusProcessFormatting.h"
 
+#include <algorithm>
+
 #include "control/RoutineHandler.h"
 #include "control/checking.h"
 #include "text/folding.h"
@@ -30,10 +32,10 @@ std::u16string_view ClosingFor(std::u16string_view text, Position opening) {
     return {};
 }
 
-// A pair that was never set cannot be taken apart: an unbalanced body ends the run.
+// A pair that was never set cannot be taken apart: an unbalanced body ends the run, and stays as it was.
 void RewriteClosings(ConversionState& state, std::u16string& text, const std::vector<TagPair>& pairs) {
+    if (std::ranges::count(pairs, 0, &TagPair::opening) > 0) Raise(kSubscriptOutOfRange);
     for (const TagPair& pair : pairs) {
-        if (pair.opening == 0) Raise(kSubscriptOutOfRange);
         const std::u16string_view closing = ClosingFor(text, pair.opening);
         text.replace(static_cast<std::size_t>(pair.closing) - 1, closing.size(), closing);
         state.ToolboxA.KeepResponsive();
@@ -90,8 +92,7 @@ void CloseOpenings(ConversionState& state, std::u16string& text) {
 }  // namespace
 
 // The order of the steps decides; those that have nothing to replace are left out.
-std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string_view body) try {
-    std::u16string text(body);
+std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string text) try {
     std::vector<TagPair> pairs;
     if (PairFontTags(state, text, u"<font ", u"</font>", pairs)) RewriteClosings(state, text, pairs);
     RemoveAll(text, u"\"");
@@ -113,7 +114,8 @@ std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string_vi
 } catch (...) {
     RoutineHandler(state, u" - DiscusProcessFormatting()", CurrentError());
     // A check goes on with the text as it was.
-    return std::u16string(IsCheck(state) ? body : std::u16string_view());
+    if (!IsCheck(state)) text.clear();
+    return text;
 }
 
 bool PairFontTags(ConversionState& state, std::u16string_view text, std::u16string_view openingTag,

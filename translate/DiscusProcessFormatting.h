@@ -17,7 +17,7 @@ struct TagPair {
 
 // Turns bold, centring and the three kinds of font tag of a body into BBCode. Gives the empty text on a
 // failure.
-std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string_view body);
+std::u16string DiscusProcessFormatting(ConversionState& state, std::u16string text);
 
 // Pairs each closing tag with the nearest opening before it that is still open. The pairs stand at the index
 // of the closing, as many as there are openings. Gives false, and no pairs, without an opening or a closing

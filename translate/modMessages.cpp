@@ -110,16 +110,35 @@ std::int32_t ReadTime(ConversionState& state, std::u16string_view section) {
     return time.value_or(0);
 }
 
+// Whether a body holds a tag that the steps on files, links and images are for. Most hold no such tag.
+bool HoldsFileLinkOrImage(std::u16string_view body) {
+    for (Position at = Find(body, u"<"); at != 0; at = Find(body, u"<", at + 1)) {
+        for (const std::u16string_view tag : {u"<!--attachment:", u"<a href=", u"<img "}) {
+            if (StandsAt(body, at, tag)) return true;
+        }
+    }
+    return false;
+}
+
+std::u16string TranslateFilesLinksAndImages(ConversionState& state, std::u16string body, const Poster& poster,
+                                            std::int32_t forumId) {
+    state.ToolboxA.KeepResponsive();
+    // A cancel empties the text.
+    if (!state.CancelRequested && !HoldsFileLinkOrImage(body)) return body;
+    ProcessAttachments(state, body, poster.number);
+    std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, forumId);
+    GoingOnInCheck(state, kLabel, [&] { text = ProcessImages(state, text); });
+    NoteLostImages(state, text);
+    return text;
+}
+
 std::u16string TranslateBody(ConversionState& state, std::u16string_view section, const Poster& poster,
                              std::int32_t forumId) {
     std::u16string body(FirstTagSection(state, section, u"<!--Text-->", u"<!--/Text-->"));
     if (body.empty()) NoteFinding(state, FindingKind::kPostWithoutText, section);
     state.PostCounter = Add(state.PostCounter, 1);
-    ProcessAttachments(state, body, poster.number);
-    std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, forumId);
-    GoingOnInCheck(state, kLabel, [&] { text = ProcessImages(state, text); });
-    NoteLostImages(state, text);
-    text = DiscusProcessFormatting(state, text);
+    std::u16string text = TranslateFilesLinksAndImages(state, std::move(body), poster, forumId);
+    text = DiscusProcessFormatting(state, std::move(text));
     text = RemoveTagInformation(state, text);
     return EscapeField(text);
 }

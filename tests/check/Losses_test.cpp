@@ -109,6 +109,12 @@ TEST(Losses, ASmileyGoes) {
               1);
 }
 
+TEST(Losses, APictureWhoseTagBeginsOtherwiseGoesToo) {
+    EXPECT_EQ(PageWithBody("x <IMG border=0 src=\"" + Address("12/a-1.jpg") + "\" alt=\"a\">")
+                  .CountOf(kFurtherImage),
+              1);
+}
+
 TEST(Losses, LinksToOtherSitesAndToScriptsAreTold) {
     const auto board = PageWithBody(
         "<a href=\"http://elsewhere.example\">there</a> "

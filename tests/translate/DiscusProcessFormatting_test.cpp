@@ -14,7 +14,9 @@ using testing::PlainReplace;
 
 class DiscusProcessFormattingTest : public testing::TranslateTest {
   protected:
-    std::u16string Format(std::u16string_view body) { return DiscusProcessFormatting(state, body); }
+    std::u16string Format(std::u16string_view body) {
+        return DiscusProcessFormatting(state, std::u16string(body));
+    }
 
     void ExpectEndOfRun(std::u16string_view body) {
         EXPECT_EQ(Format(body), u"");
