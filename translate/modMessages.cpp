@@ -10,6 +10,7 @@
 #include "output/clsTblPosts.h"
 #include "reader/FieldEscaping.h"
 #include "reader/TagScanning.h"
+#include "text/folding.h"
 #include "text/numbers.h"
 #include "text/split.h"
 #include "translate/DiscusProcessFormatting.h"
@@ -110,11 +111,14 @@ std::int32_t ReadTime(ConversionState& state, std::u16string_view section) {
     return time.value_or(0);
 }
 
-// Whether a body holds a tag that the steps on files, links and images are for. Most hold no such tag.
+// Whether a body holds a tag that the steps on files, links and images are for. Most hold no such tag, and
+// the character behind a "<" tells nearly all others.
 bool HoldsFileLinkOrImage(std::u16string_view body) {
-    for (Position at = Find(body, u"<"); at != 0; at = Find(body, u"<", at + 1)) {
-        for (const std::u16string_view tag : {u"<!--attachment:", u"<a href=", u"<img "}) {
-            if (StandsAt(body, at, tag)) return true;
+    constexpr std::u16string_view kTags[] = {u"<!--attachment:", u"<a href=", u"<img "};
+    for (Position at = Find(body, u"<"); at != 0 && at < Length(body); at = Find(body, u"<", at + 1)) {
+        const char16_t behind = Fold(body[static_cast<std::size_t>(at)]);
+        for (const std::u16string_view tag : kTags) {
+            if (behind == tag[1] && StandsAt(body, at, tag)) return true;
         }
     }
     return false;
