@@ -35,6 +35,12 @@ std::int32_t LineOf(std::u16string_view text, Position at) {
     return static_cast<std::int32_t>(std::ranges::count(Between(text, 1, at), u'\n')) + 1;
 }
 
+// The name of the member in whose line a place of the member file stands.
+std::u16string_view NameAround(std::u16string_view members, Position at) {
+    const std::u16string_view line = From(members, FindBackward(members, u"\n", at) + 1);
+    return line.substr(0, line.find(u':'));
+}
+
 // The number of the post in which a place of a page stands.
 std::u16string PostAround(std::u16string_view page, Position at) {
     const Position open = FindBackward(page, kPost, std::min(at + Length(kPost) - 1, Length(page)));
@@ -203,8 +209,9 @@ void BoardCheck::TakeRemark(const Remark& remark) {
 Finding BoardCheck::FindingOf(const Remark& remark) {
     if (remark.kind == FindingKind::kUndecodedCharacter) {
         // A whole file that was just read, before anything in it is in hand.
-        Finding finding = FindingAt({std::u16string(remark.detail)}, {});
-        finding.words = Printable(remark.words.substr(0, 60));
+        Finding finding = FindingAt({std::u16string(remark.detail), remark.words}, u"\uFFFD");
+        if (IsMemberFile(remark.detail))
+            finding.words = Printable(NameAround(remark.words, finding.position));
         return finding;
     }
     const bool isEntry =
@@ -214,6 +221,10 @@ Finding BoardCheck::FindingOf(const Remark& remark) {
     finding.detail = Printable(IsPath(remark.kind) ? platform::WithNativeSeparators(remark.detail)
                                                    : std::u16string(remark.detail));
     return finding;
+}
+
+bool BoardCheck::IsMemberFile(std::u16string_view path) const {
+    return path == state_.UserFile || path == state_.UsersFile;
 }
 
 // Notes it as told.
@@ -271,7 +282,7 @@ Finding BoardCheck::FindingAt(const Source& source, std::u16string_view words) {
     Finding finding;
     finding.page = source.path;
     finding.line = source.line;
-    // Of a member's line nothing but his name: it holds his password.
+    // Of a member's line nothing but his name: his password stands behind it.
     if (listener_.Member != nullptr) finding.words = Printable(listener_.Member->username);
     if (listener_.MemberFields != nullptr) finding.words = Printable(listener_.MemberFields->front());
     finding.position = source.from;
@@ -341,6 +352,7 @@ void BoardCheck::TakeLoop(std::u16string_view label, const RunTimeError& error) 
 void BoardCheck::TakeForum(std::u16string_view name, bool isCategory, std::int32_t forumId) {
     if (IsInLoop()) return;
     if (!isCategory) return TakePage(name, forumId);
+    categoryPlace_ = listener_.BoardPlace;
     nodesInHand_[0] = tally_.nodes.size();
     tally_.nodes.push_back({Printable(name), {}, tally_.nodes.size()});
 }
@@ -386,8 +398,8 @@ std::int32_t BoardCheck::ForumIdOf(std::u16string_view name) {
 // Told once. From then on the name is as good as entered.
 void BoardCheck::TakeForumName(std::u16string_view name) {
     const bool isCategory = state_.Depth == 0;
-    const Source source =
-        isCategory ? InHand() : Source{CurrentIndex(state_).PagePath, CurrentIndex(state_).PageData};
+    const Source source = isCategory ? Source{boardPath_, boardText_, categoryPlace_}
+                                     : Source{CurrentIndex(state_).PagePath, CurrentIndex(state_).PageData};
     const std::u16string label = isCategory ? u" - DiscusProcessDiscusMainBoardFile() - " + boardPath_
                                             : u" - DiscusProcessBoardTopics() - " + source.path;
     Finding finding = FailureAt(source, isCategory ? u"" : u"<!--Me: ", label,
@@ -412,18 +424,27 @@ void BoardCheck::TakePart(std::u16string_view words) {
     if (words.empty() || section.empty()) {
         part_ = 0;
         nextPart_ = 0;
+        partsMissed_ = 0;
         return;
     }
-    if (nextPart_ == 0) {
-        body_ = static_cast<Position>(BodyOf(section).data() - section.data()) + 1;
-        nextPart_ = body_;
-    }
-    Position at = Find(section, words, nextPart_);
-    if (at == 0) at = Find(section, words, body_);
-    if (at == 0) at = Find(section, words.substr(0, kEnough), nextPart_);
+    if (nextPart_ == 0) nextPart_ = static_cast<Position>(BodyOf(section).data() - section.data()) + 1;
+    const Position at = FindPart(section, words);
     if (at == 0) return;
     part_ = at;
     nextPart_ = at + 1;
+}
+
+// A text in which many are spelled otherwise is not gone through to its end for each.
+Position BoardCheck::FindPart(std::u16string_view section, std::u16string_view words) {
+    constexpr int kMostMissed = 20;
+    constexpr std::size_t kNear = 4096;
+    if (partsMissed_ > kMostMissed) {
+        section = section.substr(0, static_cast<std::size_t>(nextPart_) + words.size() + kNear);
+    }
+    const Position at = Find(section, words, nextPart_);
+    if (at != 0) return at;
+    ++partsMissed_;
+    return Find(section, words.substr(0, kEnough), nextPart_);
 }
 
 // The page that an entry leads to and the run does not enter: with the entry it is told.

@@ -102,6 +102,7 @@ class BoardCheck {
     void TakeForumName(std::u16string_view name);
     void TakePost(std::optional<std::int32_t> time);
     void TakePart(std::u16string_view words);
+    Position FindPart(std::u16string_view section, std::u16string_view words);
     std::u16string TakePassedOver(const Remark& remark);
     void TakeRow(std::u16string_view row);
     void TakeSequence(std::u16string_view sequence, bool isEntered);
@@ -126,6 +127,7 @@ class BoardCheck {
     Finding FailureAt(const Source& source, std::u16string_view words, std::u16string_view label,
                       const RunTimeError& error);
     Finding FindingOf(const Remark& remark);
+    bool IsMemberFile(std::u16string_view path) const;
     bool IsToldOfFile(FindingKind kind);
 
     ConversionState& state_;
@@ -135,6 +137,7 @@ class BoardCheck {
     std::optional<CharsetTest> charset_;
     std::u16string boardPath_;
     std::u16string boardText_;
+    Position categoryPlace_ = 0;
     // The node and the forum of each page on the way to the one in hand, by depth.
     std::vector<std::size_t> nodesInHand_;
     std::vector<std::int32_t> forumsInHand_;
@@ -142,11 +145,10 @@ class BoardCheck {
     std::unordered_set<std::u16string> pagesTold_;
     std::unordered_set<std::u16string> filesNamed_;
     std::map<std::u16string, UnknownSequence> unknown_;
-    // Positions in the section: of the link or picture in hand, where the next one is looked for, and where
-    // the first one was.
+    // Positions in the section: of the link or picture in hand, and where the next one is looked for.
     Position part_ = 0;
     Position nextPart_ = 0;
-    Position body_ = 0;
+    int partsMissed_ = 0;
     // What was told of the files of one page.
     std::size_t filesToldOf_ = 0;
     std::set<std::pair<FindingKind, Position>> filesTold_;

@@ -59,7 +59,7 @@ constexpr KindTexts kKinds[] = {
      u"Write four parts divided by dots, each begun by a digit, or leave the field empty."},
     {kOutputFolder, kEndsRun, u"output-folder", u"An output folder that cannot be made",
      u"The run ends before it reads the board.",
-     u"Name another output folder, or move away the file that stands where a folder has to be made."},
+     u"Name another output folder, or move away the file or link that stands where a folder has to be made."},
     {kFileNotRead, kEndsRun, u"file-not-read", u"A file that cannot be read",
      u"The run ends here.",
      u"Give yourself the right to read the file, or copy it anew."},

@@ -51,7 +51,8 @@ void CheckOutputFolder(ConversionState& state) {
     state.mybbRedirectFolder = state.mybbOutputFolder + u"redirect\\discus\\messages\\";
     const std::u16string folder = StripTrailingBackslash(state.mybbOutputFolder);
     GoingOnInCheck(state, u" - SetupFolderLocations()", [&folder] {
-        if (platform::IsFileInTheWay(folder)) Raise(kPathNotFound);
+        const int obstacle = platform::ObstacleToFolders(folder);
+        if (obstacle != kNoError) Raise(static_cast<ErrorNumber>(obstacle));
     });
     if (platform::FolderExists(folder)) static_cast<void>(MayDeleteFolder(state, folder));
     state.CancelRequested = false;

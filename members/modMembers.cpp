@@ -143,9 +143,11 @@ std::int32_t DiscusAddMember(ConversionState& state, const std::vector<std::u16s
     } catch (...) {
         RoutineHandler(state, kLabel, CurrentError());
         if (!IsCheck(state) || fields.size() >= kFieldCount) return 0;
-        // A check goes on as though the line had all its fields.
+        // A check goes on as though the line had all its fields, with the groups of one who is in none and
+        // takes none over.
         Fields filled = fields;
         filled.resize(kFieldCount);
+        filled.back() = u"/";
         return DiscusAddMember(state, filled);
     }
     EnterMember(state, member);

@@ -95,7 +95,7 @@ bool IsFull(const ConversionState& state, const OutputFile& file, std::u16string
 void CheckFile(CheckListener& check, std::u16string_view path) {
     const std::u16string_view name = From(path, FindBackward(path, u"\\") + 1);
     const bool isFolder = name.empty() || name == u"." || name == u"..";
-    if (isFolder || platform::ToUtf8(name).size() > kLongestName) Raise(kWriteFailed);
+    if (isFolder || platform::ToUtf8(name).size() > platform::kLongestName) Raise(kWriteFailed);
     std::u16string file(path);
     if (check.RedirectFolders.contains(file)) Raise(kWriteFailed);
     if (LeadingDigits(name).size() == name.size()) check.RedirectFiles.insert(std::move(file));

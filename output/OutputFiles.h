@@ -22,9 +22,6 @@ void CreateImportSQL(ConversionState& state, std::u16string_view name, std::u16s
 // Writes one whole text in `Charset` to one file, replacing an old one.
 void WriteFileData(ConversionState& state, std::u16string_view path, std::u16string_view text);
 
-// How many bytes the name of a file or a folder can have.
-inline constexpr std::size_t kLongestName = 255;
-
 // Saves a family's open stream under its name, writes its statement unless the table name is empty, and lets
 // the stream go. Does nothing for a family without a stream; raises what saving raises.
 void FinishOutputFile(ConversionState& state, OutputFile& file, std::u16string_view table);

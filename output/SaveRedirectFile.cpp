@@ -5,6 +5,7 @@
 #include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "platform/charset.h"
+#include "platform/files.h"
 #include "text/numbers.h"
 #include "text/split.h"
 
@@ -23,7 +24,7 @@ std::u16string BaseFolder(const ConversionState& state) {
 void CheckFolder(CheckListener& check, std::u16string_view folder) {
     const std::u16string path = StripTrailingBackslash(folder);
     const std::u16string_view name = From(path, FindBackward(path, u"\\") + 1);
-    if (platform::ToUtf8(name).size() > kLongestName) Raise(kPathAccessError);
+    if (platform::ToUtf8(name).size() > platform::kLongestName) Raise(kPathAccessError);
     check.RedirectFolders.insert(path);
     if (check.RedirectFiles.erase(path) > 0) Raise(kPathNotFound);
 }

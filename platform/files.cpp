@@ -166,14 +166,17 @@ void MakeFolders(std::u16string_view path) {
     CreateFolders(WithoutTrailingSeparator(ToNative(path)));
 }
 
-bool IsFileInTheWay(std::u16string_view folder) {
-    fs::path path = WithoutTrailingSeparator(ToNative(folder));
-    while (path.has_relative_path()) {
-        const Kind kind = KindAt(path);
-        if (kind != Kind::kNothing) return kind != Kind::kFolder;
-        path = path.parent_path();
+int ObstacleToFolders(std::u16string_view path) {
+    fs::path folder = WithoutTrailingSeparator(ToNative(path));
+    for (; folder.has_relative_path(); folder = folder.parent_path()) {
+        const Kind kind = KindAt(folder);
+        if (kind == Kind::kFolder) return kNoError;
+        if (kind != Kind::kNothing) return kPathNotFound;
+        // A link that leads nowhere.
+        if (IsLink(folder)) return kPathAccessError;
+        if (folder.filename().native().size() > kLongestName) return kPathAccessError;
     }
-    return false;
+    return kNoError;
 }
 
 void RenameFolder(std::u16string_view folder, std::u16string_view name) {

@@ -12,6 +12,9 @@ namespace tessaly::platform {
 
 // All paths are path texts. Failures are raised with the number that fits: 53, 57, 61, 70, 75 or 76.
 
+// The most that a file's name may have, in bytes of UTF-8, or in characters on Windows.
+inline constexpr std::size_t kLongestName = 255;
+
 // Whether a file of that path exists; in source folders also when its case differs.
 bool FileExists(std::u16string_view path);
 
@@ -40,8 +43,9 @@ void CopyFile(std::u16string_view source, std::u16string_view target);
 // Creates the folder with every missing parent; does nothing when it is there.
 void MakeFolders(std::u16string_view path);
 
-// Whether that fails since a file stands where the folder, or one above it, has to be.
-bool IsFileInTheWay(std::u16string_view folder);
+// The number that this raises for what stands where the folder, or one above it, has to be; 0 when nothing is
+// in the way. Rights and room are not looked at.
+int ObstacleToFolders(std::u16string_view path);
 
 // Gives a folder another name beside it; nothing stands under that name yet.
 void RenameFolder(std::u16string_view folder, std::u16string_view name);

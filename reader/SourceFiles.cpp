@@ -23,8 +23,7 @@ void NoteUndecoded(const ConversionState& state, std::u16string_view path, std::
     if (!IsCheck(state)) return;
     const auto count = std::ranges::count(text, u'\uFFFD');
     if (count == 0) return;
-    NoteFinding(state, FindingKind::kUndecodedCharacter, From(text, FindFirstOf(text, u"\uFFFD")), path,
-                count);
+    NoteFinding(state, FindingKind::kUndecodedCharacter, text, path, count);
 }
 
 }  // namespace

@@ -38,7 +38,8 @@ class WorkingText {
     // The link that the search for the next one found, and no "</a>" behind it; empty when it found none.
     std::u16string_view OpenLink() const { return link_ == 0 ? std::u16string_view() : From(rest_, link_); }
 
-    // A link that opens the text becomes the whole text. Gives what is skipped behind the link.
+    // A link that opens the text becomes the whole text. Gives what is skipped behind the link, with as much
+    // of what follows as a link that begins in it reaches beyond.
     std::u16string_view Splice(std::u16string_view replacement) {
         if (done_.empty() && link_ == 1) {
             done_ = Between(rest_, 1, behindLink_);
@@ -53,7 +54,7 @@ class WorkingText {
             done_ += replacement;
             done_ += skipped;
             rest_ = behind.substr(skipped.size());
-            return skipped;
+            return behind.substr(0, skipped.size() + kLink.size() - 1);
         }
         // The start position lies within the replacement, where another link can only begin with a "<".
         const auto kept = static_cast<std::size_t>(behindLink_ - link_);

@@ -1,7 +1,6 @@
 #include "translate/modAnnouncements.h"
 
 #include "control/RoutineHandler.h"
-#include "control/checking.h"
 #include "output/OutputFiles.h"
 #include "reader/FieldEscaping.h"
 #include "reader/TagScanning.h"
@@ -29,8 +28,7 @@ void mybbWriteAnnouncementMsg(ConversionState& state, std::u16string_view sectio
     const std::size_t filesBefore = state.Note.Attachments.size();
     std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, state.AnnouncementForumId);
     NoteFilesWithoutPost(state, filesBefore);
-    GoingOnInCheck(state, kLabel, [&] { text = ProcessImages(state, text); });
-    NoteLostImages(state, text);
+    text = TranslateImages(state, kLabel, std::move(text));
     text = RemoveTagInformation(state, text);
     text = EscapeField(text);
     state.AnnouncementCounter = Add(state.AnnouncementCounter, 1);

@@ -7,14 +7,29 @@ namespace tessaly {
 
 namespace {
 
+constexpr std::u16string_view kImage = u"<img src=";
+
 bool IsLocal(std::u16string_view source) {
     return Contains(source, u"/discus/messages/") || Contains(source, u"/secure/");
+}
+
+// All that are left behind but the one that failed.
+void NoteLostImages(const ConversionState& state, std::u16string_view text, Position failed) {
+    constexpr std::u16string_view kTag = u"<img ";
+    for (Position at = Find(text, kTag); at != 0; at = Find(text, kTag, at + 1)) {
+        const Position end = Find(text, u">", at);
+        if (end == 0) break;
+        const std::u16string_view tag = Between(text, at, end + 1);
+        NotePart(state, tag);
+        if (at == failed) continue;
+        NoteFinding(state, IsLocal(tag) ? FindingKind::kFurtherImage : FindingKind::kImageElsewhere, tag);
+    }
+    NotePart(state, {});
 }
 
 }  // namespace
 
 std::u16string ProcessImages(ConversionState& state, std::u16string_view text) {
-    constexpr std::u16string_view kImage = u"<img src=";
     Position tag = Find(text, kImage);
     if (tag == 0) return std::u16string(text);
     Position behindTag = 1;
@@ -33,17 +48,10 @@ std::u16string ProcessImages(ConversionState& state, std::u16string_view text) {
     return translated;
 }
 
-void NoteLostImages(const ConversionState& state, std::u16string_view text) {
-    constexpr std::u16string_view kTag = u"<img ";
-    if (!IsCheck(state)) return;
-    for (Position at = Find(text, kTag); at != 0; at = Find(text, kTag, at + 1)) {
-        const Position end = Find(text, u">", at);
-        if (end == 0) break;
-        const std::u16string_view tag = Between(text, at, end + 1);
-        NotePart(state, tag);
-        NoteFinding(state, IsLocal(tag) ? FindingKind::kFurtherImage : FindingKind::kImageElsewhere, tag);
-    }
-    NotePart(state, {});
+std::u16string TranslateImages(ConversionState& state, std::u16string_view label, std::u16string text) {
+    const bool isProcessed = GoingOnInCheck(state, label, [&] { text = ProcessImages(state, text); });
+    if (IsCheck(state)) NoteLostImages(state, text, isProcessed ? 0 : Find(text, kImage));
+    return text;
 }
 
 }  // namespace tessaly

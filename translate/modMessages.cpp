@@ -130,10 +130,7 @@ std::u16string TranslateFilesLinksAndImages(ConversionState& state, std::u16stri
     // A cancel empties the text.
     if (!state.CancelRequested && !HoldsFileLinkOrImage(body)) return body;
     ProcessAttachments(state, body, poster.number);
-    std::u16string text = DiscusProcessLinks(state, body, state.PageSerial, forumId);
-    GoingOnInCheck(state, kLabel, [&] { text = ProcessImages(state, text); });
-    NoteLostImages(state, text);
-    return text;
+    return TranslateImages(state, kLabel, DiscusProcessLinks(state, body, state.PageSerial, forumId));
 }
 
 std::u16string TranslateBody(ConversionState& state, std::u16string_view section, const Poster& poster,

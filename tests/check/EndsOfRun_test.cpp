@@ -280,6 +280,20 @@ TEST(EndsOfRunTogether, OfOneAnnouncementAreAllFound) {
     board.Check();
     EXPECT_EQ(board.CountOf(kLinkAddress), 1);
     EXPECT_EQ(board.CountOf(kImageQuotes), 1);
+    EXPECT_EQ(board.CountOf(kFurtherImage), 0);
+}
+
+TEST(EndsOfRunTogether, APictureThatEndsTheRunIsNoFurtherOne) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    const std::string picture = "<img src=http://old.example/discus/messages/12/a.jpg alt=Dial>";
+    const std::string page = Head() + Post(5, "Anna", "1043846797", picture + "\n" + picture);
+    board.WritePage("12/12.html", page);
+    board.Check();
+    ASSERT_EQ(board.CountOf(kImageQuotes), 1);
+    EXPECT_EQ(board.Of(kImageQuotes).front().position, static_cast<Position>(page.find("<img") + 1));
+    ASSERT_EQ(board.CountOf(kFurtherImage), 1);
+    EXPECT_EQ(board.Of(kFurtherImage).front().position, static_cast<Position>(page.rfind("<img") + 1));
 }
 
 TEST(EndsOfRunTogether, OfOneMemberAreAllFound) {
@@ -308,6 +322,7 @@ TEST(EndsOfRunTogether, OfAMemberWithTooFewFieldsAreAllFound) {
         "bert:pw:b@host.example:Bert:::0:10.0.0.1:0:Editors\n"
         "anna:pw:a@host.example:Anna:::2147483648:10.0.1:0\n");
     const BoardCheck& check = board.Check();
+    EXPECT_EQ(board.CountOf(kInheritedGroup), 0);
     ASSERT_EQ(board.CountOf(kMemberFields), 1);
     const Finding& finding = board.Of(kMemberFields).front();
     EXPECT_EQ(finding.detail, u"9 fields");
@@ -362,8 +377,8 @@ TEST(EndsOfRunTogether, ANameThatIsNotFoundAgainIsToldWhereItStands) {
     ASSERT_EQ(board.CountOf(kForumName), 2);
     const Finding& category = board.Of(kForumName).front();
     EXPECT_TRUE(category.page.ends_with(u"\\board-topics.html"));
-    // A line end and the category of 69 characters with its end stand before its first top.
-    EXPECT_EQ(category.line, 3);
+    EXPECT_EQ(category.line, 2);
+    EXPECT_EQ(category.position, 2);
     const Finding& page = board.Of(kForumName).back();
     EXPECT_TRUE(page.page.ends_with(u"\\12\\12.html"));
     EXPECT_EQ(page.line, 3);

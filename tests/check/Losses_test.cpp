@@ -132,6 +132,16 @@ TEST(Losses, ALinkCloseBehindAShortenedOneIsTold) {
     EXPECT_EQ(board.CountOf(kLinkElsewhere), 0);
 }
 
+// A quoted link to a topic becomes three characters shorter: the first three behind it are passed over, a
+// blank and two of the next link.
+TEST(Losses, ALinkWhoseBeginningIsPassedOverIsTold) {
+    const std::string link = "<a href=\"" + Address("12/12.html") + "\">a</a>";
+    const auto board = PageWithBody("see " + link + "\n" + link + " " + link);
+    ASSERT_EQ(board.CountOf(kSkippedLink), 1);
+    EXPECT_EQ(board.Of(kSkippedLink).front().line, 8);
+    EXPECT_EQ(PageWithBody("see " + link + "    " + link).CountOf(kSkippedLink), 0);
+}
+
 TEST(Losses, ALinkThatIsNotClosedIsTold) {
     EXPECT_EQ(PageWithBody("see <a href=\"http://elsewhere.example\">there").CountOf(kUnclosedLink), 1);
     EXPECT_EQ(PageWithBody("see there").CountOf(kUnclosedLink), 0);
@@ -334,6 +344,17 @@ TEST(Losses, CharactersThatTheCharsetLacksAreToldAndThoseThatDoNotDecode) {
     EXPECT_EQ(board.CountOf(kLackedCharacter), 0);
     ASSERT_EQ(board.CountOf(kUndecodedCharacter), 1);
     EXPECT_TRUE(board.Of(kUndecodedCharacter).front().page.ends_with(u"\\12\\12.html"));
+    EXPECT_EQ(board.Of(kUndecodedCharacter).front().post, u"5");
+    EXPECT_EQ(board.Of(kUndecodedCharacter).front().line, 7);
+}
+
+TEST(Losses, NothingOfAMemberIsQuotedButHisName) {
+    const WithMembers board(Member("anna", "Anna", "Editors") +
+                            "b\xE4rt:secret:b\xE4rt@host.example:B:::0:::\n");
+    ASSERT_EQ(board.CountOf(kUndecodedCharacter), 2);
+    const Finding& finding = board.Of(kUndecodedCharacter).front();
+    EXPECT_EQ(finding.line, 2);
+    EXPECT_EQ(finding.words, u"b\uFFFDrt");
 }
 
 TEST(Losses, ACharacterThatTheCharsetLacksIsToldAtEachPostThatHoldsIt) {

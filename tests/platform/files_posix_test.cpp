@@ -77,6 +77,18 @@ TEST(FileExists, OfALinkIsThatOfItsTarget) {
     EXPECT_FALSE(FileExists(folder.Path("loop.txt")));
 }
 
+TEST(MakeFolders, FailsForALinkThatLeadsNowhereAsIsForetold) {
+    const TemporaryFolder folder;
+    fs::create_symlink("nowhere", folder.Native("dangling"));
+    fs::create_symlink("loop", folder.Native("loop"));
+    fs::create_directory_symlink(folder.Native(), folder.Native("here"));
+    for (const char* const name : {"dangling", "dangling/a", "loop", "loop/a/b"}) {
+        EXPECT_EQ(ObstacleToFolders(folder.Path(name)), 75);
+        EXPECT_EQ(ErrorOf([&] { MakeFolders(folder.Path(name)); }), 75);
+    }
+    EXPECT_EQ(ObstacleToFolders(folder.Path("here/a")), 0);
+}
+
 TEST(Listing, OfNamesThatDifferInCaseOnlyTheCapitalComesFirst) {
     const TemporaryFolder folder;
     folder.Write("ab.html", "");

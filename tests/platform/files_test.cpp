@@ -195,15 +195,22 @@ TEST(MakeFolders, WhereAFileStandsInTheWayFails) {
     EXPECT_EQ(folder.Read("a"), "x");
 }
 
-TEST(MakeFolders, FailsForAFileInTheWayAsIsForetold) {
+TEST(MakeFolders, FailsForWhatStandsInTheWayAsIsForetold) {
     const TemporaryFolder folder;
     folder.Write("a/file", "x");
-    EXPECT_TRUE(IsFileInTheWay(folder.Path("a/file")));
-    EXPECT_TRUE(IsFileInTheWay(folder.Path("a/file") + u"\\"));
-    EXPECT_TRUE(IsFileInTheWay(folder.Path("a/file/b/c")));
-    EXPECT_FALSE(IsFileInTheWay(folder.Path("a")));
-    EXPECT_FALSE(IsFileInTheWay(folder.Path("a/b/c")));
-    EXPECT_FALSE(IsFileInTheWay(u""));
+    for (const std::u16string& path :
+         {folder.Path("a/file"), folder.Path("a/file") + u"\\", folder.Path("a/file/b/c")}) {
+        EXPECT_EQ(ObstacleToFolders(path), 76);
+        EXPECT_EQ(ErrorOf([&] { MakeFolders(path); }), 76);
+    }
+    const std::u16string tooLong = folder.Path("a/" + std::string(256, 'x') + "/b");
+    EXPECT_EQ(ObstacleToFolders(tooLong), 75);
+    for (const std::u16string& path :
+         {folder.Path("a"), folder.Path("a/b/c"), folder.Path("a/" + std::string(255, 'x') + "/b")}) {
+        EXPECT_EQ(ObstacleToFolders(path), 0);
+        EXPECT_EQ(ErrorOf([&] { MakeFolders(path); }), 0);
+    }
+    EXPECT_EQ(ObstacleToFolders(u""), 0);
 }
 
 TEST(Listing, NamesComeInTheirOrderIgnoringCase) {
