@@ -71,9 +71,9 @@ std::u16string FindingText(const Finding& finding) {
 }
 
 std::u16string FurtherText(const Findings& findings, FindingKind kind) {
-    const bool areMore = findings.LeftOutOf(kind) > 0;
+    const auto kept = static_cast<std::int64_t>(findings.KeptOf(kind).size());
     const std::u16string which =
-        areMore ? u"The first " + ToText(findings.KeptOf(kind).size()) + u" stand" : u"The others stand";
+        findings.LeftOutOf(kind) > 0 ? u"The first " + ToText(kept) + u" stand" : u"The others stand";
     return u"  " + which + u" in the reports: --report FILE.json, --html FILE.html.\n";
 }
 
