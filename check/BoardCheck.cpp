@@ -109,6 +109,8 @@ void BoardCheck::HookIn() {
     listener_.SequenceMet = [this](auto sequence, bool isEntered) { TakeSequence(sequence, isEntered); };
     listener_.FileTaken = [this](auto source, auto length) { TakeFile(source, length); };
     state_.Check = &listener_;
+    // A run also counts as cancelled when it cannot begin.
+    state_.ToolboxA.WaitBegun = [this] { isCancelled_ = true; };
     // The members are let go behind this.
     state_.ToolboxA.WaitEnded = [this] { CountMembers(); };
 }

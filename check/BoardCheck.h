@@ -58,7 +58,7 @@ class BoardCheck {
     void Run();
 
     // The operator cancelled it: the rest of the board was not looked at.
-    bool IsCancelled() const { return state_.Progress.WasCancelled; }
+    bool IsCancelled() const { return isCancelled_; }
 
     const ConversionState& State() const { return state_; }
     const Findings& Found() const { return findings_; }
@@ -161,6 +161,7 @@ class BoardCheck {
     Finding loopEntry_;
     RunCounters countersBefore_;
     std::optional<Finding> firstEnd_;
+    bool isCancelled_ = false;
 };
 
 // Gives a state the fields, options and program of another one, as a click on Convert would find them there.

@@ -96,8 +96,9 @@ std::string Head(const BoardCheck& check) {
     const ConversionState& state = check.State();
     std::string text =
         "<header>\n<h1>Check of a message board</h1>\n<p class=\"faint\"><span class=\"path\">" +
-        OfBoard(platform::WithNativeSeparators(state.DiscusRootFolder)) + "</span>, charset " +
-        OfBoard(state.Charset) + "</p>\n";
+        OfBoard(platform::WithNativeSeparators(state.DiscusRootFolder)) + "</span>";
+    if (!state.Charset.empty()) text += ", charset " + OfBoard(state.Charset);
+    text += "</p>\n";
     if (check.IsCancelled()) {
         text +=
             "<div class=\"verdict ends\"><strong>The check was cancelled:</strong> the rest of the board was "

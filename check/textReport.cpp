@@ -27,11 +27,16 @@ std::u16string Line(std::u16string_view name, std::int64_t count) {
     return u"  " + Padded(name, 16) + AtRight(count, 12) + u"\n";
 }
 
+// It is not known when nothing was read.
+std::u16string CharsetText(const ConversionState& state) {
+    return state.Charset.empty() ? std::u16string() : u", charset " + Printable(state.Charset);
+}
+
 std::u16string Summary(const BoardCheck& check) {
     const BoardTally& tally = check.Tally();
     const ConversionState& state = check.State();
     std::u16string text = u"Board " + Printable(platform::WithNativeSeparators(state.DiscusRootFolder)) +
-                          u", charset " + Printable(state.Charset) +
+                          CharsetText(state) +
                           u".\nNothing was written, created or deleted in the output folder or anywhere else "
                           u"but the reports asked for.\n";
     if (!check.WasBoardRead()) text += std::u16string(kNotLookedAt) + u"\n";

@@ -363,7 +363,9 @@ TEST(EndsOfRunTogether, WithoutAMessageFolderTheBoardIsNotLookedAt) {
     CheckedBoard board;
     board.WriteMembers(MemberLine("bert", "10.0.1", "Editors"));
     board.state.txtDiscusMessageFolder.SetText(board.folder.Path("nowhere"));
-    EXPECT_FALSE(board.Check().WasBoardRead());
+    const BoardCheck& check = board.Check();
+    EXPECT_FALSE(check.WasBoardRead());
+    EXPECT_FALSE(check.IsCancelled());
     EXPECT_EQ(board.CountOf(kMessage), 1);
     EXPECT_EQ(board.CountOf(kMemberAddress), 0);
 }

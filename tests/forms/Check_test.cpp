@@ -63,6 +63,7 @@ class CheckTest : public QObject {
   private slots:
     void standsInTheFileMenuBeforeExit();
     void opensThePageOfTheFieldsAsTheyStand();
+    void tellsOfAFolderThatIsNotThere();
     void writesNothingAndLeavesTheFormAsItIs();
     void waitsUntilARunIsOver();
     void endsWithoutAReportWhenCancelIsClicked();
@@ -88,6 +89,18 @@ void CheckTest::opensThePageOfTheFieldsAsTheyStand() {
     QVERIFY(browser.Text().contains(QStringLiteral("mybb Forum Address must be filled in")));
     QVERIFY(browser.Text().contains(QStringLiteral("<dt>Posts</dt><dd>3</dd>")));
     QVERIFY(open.form.statusBar()->currentMessage().contains(browser.pages.first().toLocalFile()));
+}
+
+void CheckTest::tellsOfAFolderThatIsNotThere() {
+    const Browser browser;
+    OpenForm open;
+    open.WriteThreePages();
+    open.state.txtDiscusMessageFolder.SetText(open.board.folder.Path("nowhere"));
+    open.ClickMenu("mnuCheck");
+    QCOMPARE(browser.pages.size(), 1);
+    QVERIFY(browser.Text().contains(QStringLiteral("Discus Message Folder Must Exist")));
+    QVERIFY(browser.Text().contains(QStringLiteral("The board was not looked at.")));
+    QVERIFY(!browser.Text().contains(QStringLiteral("was cancelled")));
 }
 
 void CheckTest::writesNothingAndLeavesTheFormAsItIs() {
