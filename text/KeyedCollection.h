@@ -43,9 +43,9 @@ class KeyedCollection {
 
     // The item of a key. Raises 5 when there is no such key.
     Item& Get(std::u16string_view key) {
-        Item* const item = Find(key);
-        if (item == nullptr) Raise(kInvalidCall);
-        return *item;
+        const std::size_t slot = SlotOf(key, HashOf(key));
+        if (slot == kNowhere) Raise(kInvalidCall);
+        return slots_[slot].place->second;
     }
 
     // Raises 5 when there is no such key.
