@@ -91,8 +91,8 @@ void AddAdministrator(ConversionState& state) {
 void NoteLine(const ConversionState& state, std::u16string_view text, std::u16string_view line) {
     if (!IsCheck(state)) return;
     SourcePlace& place = state.Check->MemberLine;
-    place.position = static_cast<Position>(line.data() - text.data()) + 1;
     ++place.line;
+    if (!line.empty()) place.position = static_cast<Position>(line.data() - text.data()) + 1;
 }
 
 void GrowPostCounts(ConversionState& state, std::int32_t counter) {

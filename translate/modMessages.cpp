@@ -185,8 +185,8 @@ void ProcessPost(ConversionState& state, PageOfPosts& page, std::u16string_view 
     row.visible = 1;
     std::u16string text;
     row.BuildString(text);
-    state.PageRows.Add(ToText(page.postCount), std::move(text));
     page.sections.push_back(section);
+    state.PageRows.Add(ToText(page.postCount), std::move(text));
 }
 
 // The posts up to one without its exact closing tag; what stands behind that is ignored.
@@ -206,6 +206,7 @@ void ReadPosts(ConversionState& state, PageOfPosts& page, std::u16string_view pa
         InSection(state, kLabel, section, [&] { ProcessPost(state, page, section); });
         // In a check a post that failed counts as not there.
         page.postCount = state.PageRows.Count();
+        page.sections.resize(static_cast<std::size_t>(page.postCount));
         if (state.CancelRequested) return;
         state.ToolboxA.KeepResponsive();
     }
