@@ -213,7 +213,7 @@ std::string KindText(const Findings& findings, const KindTexts& texts) {
     text += "</ol>";
     if (const auto others = findings.LeftOutOf(texts.kind); others > 0) {
         text += "<p class=\"faint\">These are the first " + Grouped(static_cast<std::int64_t>(kept.size())) +
-                " places. " + Grouped(others) + " more were counted.</p>";
+                " of " + Grouped(static_cast<std::int64_t>(kept.size()) + others) + " places.</p>";
     }
     return text + "</div></details>\n";
 }

@@ -266,6 +266,8 @@ TEST(EndsOfRunTogether, OfOnePostAreAllFound) {
     EXPECT_EQ(board.CountOf(kImageQuotes), 1);
     EXPECT_EQ(board.CountOf(kFontTags), 1);
     EXPECT_EQ(testing::EndsOf(check), 6);
+    // Nothing is told of the attachment's link a second time.
+    EXPECT_EQ(board.CountOf(kLinkElsewhere), 0);
     EXPECT_EQ(check.Tally().posts, 1);
     EXPECT_TRUE(check.Tally().postsByYear.empty());
 }

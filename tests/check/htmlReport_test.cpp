@@ -58,6 +58,19 @@ TEST(HtmlReport, ShowsOfALargeTreeWhatIsNearestToTheTopAndCountsTheRest) {
     EXPECT_EQ(Count(report, "0 posts, 2,091 pages"), 2u);
 }
 
+TEST(HtmlReport, TellsHowManyFindingsItLeavesOutOnlyWhenItLeavesSomeOut) {
+    CheckedBoard board;
+    board.WriteBoardFile(testing::BoardFile("Main", {12}));
+    std::string page = PageHead("12/Radios", "12/Radios", "Radios", "Radios");
+    for (int post = 1; post <= 500; ++post)
+        page += Post(post, "Anna", "1043846797", "<a href=\"http://elsewhere.example\">x</a>");
+    board.WritePage("12/12.html", page);
+    EXPECT_EQ(Count(ReportOf(board), "These are the first"), 0u);
+    board.WritePage("12/12.html",
+                    page + Post(501, "Anna", "1043846797", "<a href=\"http://e.example\">x</a>"));
+    EXPECT_EQ(Count(ReportOf(board), "These are the first 500 of 501 places."), 1u);
+}
+
 TEST(HtmlReport, OfABoardWithoutPostsHasNoChartAndNoFindings) {
     CheckedBoard board;
     board.WriteBoardFile(testing::BoardFile("Main", {}));

@@ -160,6 +160,31 @@ TEST(Check, TextsOfTheBoardReachTheTerminalWithoutControlsAndTurningMarks) {
     EXPECT_TRUE(Holds(run.output, "?[31m?txt next")) << run.output;
 }
 
+TEST(Check, TellsHowManyFindingsOfAKindTheReportsHoldWhenTheyDoNotHoldAll) {
+    const Board board;
+    std::string posts;
+    for (int post = 1; post <= 501; ++post)
+        posts += Post(post, "Admin", "1043846797", "<a href=\"http://elsewhere.example\">x</a>");
+    board.WritePage(posts);
+    const ProgramRun run = board.Check({"--report", board.Native("a.json")});
+    EXPECT_TRUE(Holds(run.output, "Links to other sites: 501\n"));
+    EXPECT_TRUE(
+        Holds(run.output, "The first 500 stand in the reports: --report FILE.json, --html FILE.html."));
+    const json report = json::parse(board.folder.Read("a.json"));
+    EXPECT_EQ(report["kinds"][0]["findings"].size(), 500u);
+    EXPECT_EQ(report["kinds"][0]["unlisted"], 1);
+}
+
+TEST(Check, WithoutAMessageFolderSaysThatItDidNotLookAtTheBoard) {
+    const Board board;
+    board.WritePage(Post(5, "Admin", "1043846797", "Hello"));
+    const ProgramRun run = board.Check({"--messages", board.Native("nowhere")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(Holds(run.output, "\nThe board was not looked at. "));
+    EXPECT_FALSE(Holds(run.output, "CANCELLED"));
+    EXPECT_FALSE(Holds(run.output, "charset"));
+}
+
 TEST(Check, ShowsTwentyFindingsOfAKindAndTellsWhereTheOthersAre) {
     const Board board;
     std::string posts;
