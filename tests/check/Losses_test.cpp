@@ -215,6 +215,17 @@ TEST(Losses, ASubtopicOfAPageWithoutASubjectIsNotEntered) {
     EXPECT_TRUE(board.Of(kUnreachedPage).front().page.ends_with(u"\\12\\14.html"));
 }
 
+TEST(Losses, AHiddenSubtopicOfAPageWithoutASubjectIsToldByItsEntryAlone) {
+    CheckedBoard board;
+    board.WriteBoardFile(BoardFile("Main", {12}));
+    board.WritePage("12/12.html", "<!--Me: 12/Radios-->\n<!--Top: 13--><a href=\"" + Address("12/13.html") +
+                                      "\">Valves</a><!--/Top-->\n");
+    board.WriteSecurePage("12/13.html", Head());
+    board.Check();
+    EXPECT_EQ(board.CountOf(kNoSubject), 1);
+    EXPECT_EQ(board.CountOf(kUnreachedPage), 0);
+}
+
 TEST(Losses, AMissingPageIsToldWhereAnEntryLeadsToIt) {
     CheckedBoard board;
     board.WriteBoardFile(BoardFile("Main", {12, 20}));
